@@ -1,0 +1,13 @@
+#pragma once
+
+#include "transform/transform.h"
+
+namespace Color {
+
+/// A transform named "none" with a fresh UUID as its id and no ops yet.
+ColorTransformPtr makeTransform();
+
+/// The identity: one matrix named "identity", half floats in and out. Validated.
+ColorTransformPtr makeStockIdentity();
+
+} // namespace Color
