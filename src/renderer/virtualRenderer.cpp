@@ -1,0 +1,9 @@
+#include "renderer/virtualRenderer.h"
+
+namespace Rendering {
+
+VirtualRenderer::VirtualRenderer(const Color::Op& op) : m_bypass(op.getBypass()) {}
+
+VirtualRenderer::~VirtualRenderer() = default;
+
+} // namespace Rendering

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "renderer/rendererType.h"
+#include "transform/op.h"
+
+#include <cstdint>
+
+namespace Rendering {
+
+/// Pixels of one image line that a kernel works on: four floats each, red, green, blue, alpha. Source and destination
+/// are either the same or apart. Neither needs alignment.
+struct PixelRun
+{
+    const float* source;
+    float* destination;
+    uint32_t width; ///< pixels
+    uint32_t x;     ///< place of the first pixel in the image
+    uint32_t y;
+};
+
+/// A kernel with the parameters of its op, made when a transform is finalized. It is immutable but for what it shares
+/// with its op: the dynamic properties.
+class VirtualRenderer
+{
+public:
+    explicit VirtualRenderer(const Color::Op& op);
+    VirtualRenderer(const VirtualRenderer&) = delete;
+    VirtualRenderer& operator=(const VirtualRenderer&) = delete;
+    virtual ~VirtualRenderer();
+
+    virtual RendererType getType() const = 0;
+
+    /// Runs the kernel over the pixels.
+    virtual void render(const PixelRun& run) const = 0;
+
+    /// Read once per line.
+    bool isBypassed() const { return m_bypass->get(); }
+
+private:
+    Color::BypassPropertyPtr m_bypass;
+};
+
+} // namespace Rendering
