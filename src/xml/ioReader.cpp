@@ -1,0 +1,7 @@
+#include "xml/ioReader.h"
+
+namespace Color {
+
+IOReader::~IOReader() = default;
+
+} // namespace Color
