@@ -92,7 +92,7 @@ bool Transform::isEqual(const Transform& other) const
                               m_metadata.isEqual(other.m_metadata) && m_opList.isEqual(other.m_opList));
 }
 
-bool Transform::isInverseOf(const Transform& other) const { return m_inverseOf == other.m_id; }
+bool Transform::isInverseOf(const Transform& other) const { return !m_inverseOf.empty() && m_inverseOf == other.m_id; }
 
 ColorTransformPtr Transform::clone(CloneMode mode) const
 {

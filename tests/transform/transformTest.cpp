@@ -195,6 +195,8 @@ TEST(Transform, isEqualToItselfEvenWithNan)
     EXPECT_FALSE(transform.isEqual(Transform(transform)));
 }
 
+TEST(Transform, withoutAnIdNothingIsTheInverseOfAnything) { EXPECT_FALSE(Transform().isInverseOf(Transform())); }
+
 TEST(Transform, isInverseOfComparesIds)
 {
     Transform transform("id", "", {}, "", "");

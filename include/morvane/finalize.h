@@ -1,0 +1,64 @@
+#pragma once
+
+#include "morvane/export.h"
+#include "morvane/pixelFormat.h"
+#include "morvane/status.h"
+#include "morvane/transform.h"
+
+#include <cstdint>
+
+namespace Morvane_2015_1_42 {
+
+/// Which renderers finalize() makes; values can be combined.
+enum RendererFlags : uint32_t
+{
+    RENDERER_NONE = 0,
+    RENDERER_CPU = 1,
+    RENDERER_GPU = 2,
+};
+
+inline RendererFlags operator|(RendererFlags a, RendererFlags b)
+{
+    return static_cast<RendererFlags>(static_cast<uint32_t>(a) | static_cast<uint32_t>(b));
+}
+
+/// How far the optimizer may go: the lowest score of an action that is still carried out, in the low 31 bits. This
+/// release keeps the value with the transform and renders every operator as it stands.
+using OptimizerFlags = uint32_t;
+
+constexpr OptimizerFlags OPTIMIZER_OFF = 101;                 ///< change nothing
+constexpr OptimizerFlags OPTIMIZER_REMOVE = 100;              ///< remove operators without effect
+constexpr OptimizerFlags OPTIMIZER_MATRIX = 95;               ///< and redundant ranges, and merge matrices
+constexpr OptimizerFlags OPTIMIZER_DEFAULT = 90;              ///< what a transform starts with
+constexpr OptimizerFlags OPTIMIZER_LUT1D = 75;                ///< and merge 1D LUTs
+constexpr OptimizerFlags OPTIMIZER_LUT3D = 45;                ///< and merge 3D LUTs
+constexpr OptimizerFlags OPTIMIZER_KEEP_DYNAMIC = 0x80000000; ///< leave operators with dynamic properties alone
+
+/// Which monitor the alias "currentMonitor" of a reference stands for. This release has no references; it keeps the
+/// value with the transform.
+enum ResolveFlags : uint32_t
+{
+    RESOLVE_GRAPHICS_MONITOR = 0,
+    RESOLVE_BROADCAST_MONITOR = 1,
+};
+
+/// Binds a transform to an input and an output pixel format and makes the renderers asked for.
+///
+/// A transform that is finalized with these very values is left alone, at the cost of five comparisons, so that a host
+/// may call this once per frame. Any other is finalized in place. Either way result becomes another handle to source,
+/// also when finalizing fails; the transform is then left without renderers. Source and result may be one handle.
+/// RENDERER_NONE succeeds and leaves the transform without renderers too.
+///
+/// One thread at a time may finalize a transform, and none may apply it meanwhile. The transform's own operators stay
+/// as they are: renderers are made from a copy, without the operators that are bypassed for good.
+///
+/// Fails with 0x4010002 when source is null (result is then left alone), with 0x6010001 when a renderer is asked for
+/// that is not part of this build or, for RENDERER_GPU, when the transform has no adaptor.
+///
+/// The environment variables MORVANE_CPU_RENDERER and MORVANE_GPU_RENDERER, read at each call that makes renderers and
+/// set to exactly CPU, OCIO, GPU or OCIO_GPU, take the place of the renderer's own kind. A kind for the other side
+/// fails with 0x4010004. Any other text counts as not set.
+MORVANE_API MorvaneStatus finalize(const TransformPtr& source, PixelFormat in, PixelFormat out, RendererFlags renderers,
+                                   OptimizerFlags optimizer, ResolveFlags resolve, TransformPtr& result);
+
+} // namespace Morvane_2015_1_42
