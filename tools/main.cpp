@@ -1,0 +1,108 @@
+#include "applyCommand.h"
+#include "formatsCommand.h"
+#include "infoCommand.h"
+#include "temporaryFile.h"
+
+#include "morvane/morvane.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <thread>
+
+namespace {
+
+using namespace Command;
+
+const char* const kFooter =
+    "Exit codes:\n"
+    "  0  everything was done\n"
+    "  1  something failed while an image was converted\n"
+    "  2  wrong usage; nothing was done\n"
+    "  3  a transform cannot be loaded or used\n"
+    "  4  an image cannot be read\n"
+    "  5  an image cannot be written\n"
+    "With several images the code is that of the first failure; the others are still converted.";
+
+const char* const kApplyFooter =
+    "Several images need a pattern as OUT: a run of '#', '%d' or '%04d' stands for the frame number, the last digits\n"
+    "in the input's name, and '{stem}' for the input's name without directory and extension.";
+
+void logNothing(Morvane::LogLevel, const char*) {}
+
+void logToStandardError(Morvane::LogLevel, const char* line) { std::fprintf(stderr, "%s\n", oneLine(line).c_str()); }
+
+void addApply(CLI::App& app, ApplyOptions& options, std::string& depth)
+{
+    CLI::App* apply = app.add_subcommand("apply", "Convert images through transforms");
+    apply->add_option("-t,--transform", options.transforms, "Transform file; give several to apply them in order")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
+    apply->add_option("files", options.files, "The input images and the output, after further transforms")
+        ->type_name("IN... OUT");
+    apply->add_flag("--inverse", options.inverse, "Undo the transforms instead");
+    apply->add_option("--out-depth", depth, "Sample depth of the output; without it that of the input")
+        ->type_name("DEPTH")
+        ->check(CLI::IsMember({"8i", "10i", "12i", "16i", "16f", "32f"}));
+    apply->add_option("--threads", options.threads, "Threads to use; without it one per processor")
+        ->type_name("N")
+        ->check(CLI::Range(1u, 1024u));
+    apply->add_flag("--dry-run", options.dryRun, "Check everything and say what would be done, but write nothing");
+    apply->footer(kApplyFooter);
+}
+
+ExitCode run(int argc, char** argv)
+{
+    CLI::App app("Converts images through colour transforms.", "morvane");
+    app.footer(kFooter);
+    app.set_version_flag("--version", std::string("morvane ") + Morvane::getVersionString());
+    app.require_subcommand(1);
+    app.fallthrough();
+    bool verbose = false;
+    app.add_flag("--verbose", verbose, "Log what the library does on standard error");
+
+    ApplyOptions applyOptions;
+    applyOptions.threads = std::max(1u, std::thread::hardware_concurrency());
+    std::string depth;
+    addApply(app, applyOptions, depth);
+
+    std::vector<std::string> infoFiles;
+    bool json = false;
+    CLI::App* info = app.add_subcommand("info", "Show what transforms hold");
+    info->add_option("files", infoFiles, "Transform files")->type_name("FILE...")->required();
+    info->add_flag("--json", json, "As JSON");
+    CLI::App* formats = app.add_subcommand("formats", "List the transform, pixel and image formats");
+    formats->add_flag("--json", json, "As JSON");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& wish) { // --help, --version
+        app.exit(wish);
+        return ExitCode::OK;
+    } catch (const CLI::ParseError& error) {
+        throw Failure(ExitCode::USAGE, std::string(error.what()) + " (see morvane --help)");
+    }
+
+    Morvane::setLoggerFunction(verbose ? logToStandardError : logNothing);
+    if (info->parsed()) return runInfo(infoFiles, json);
+    if (formats->parsed()) return runFormats(json);
+    applyOptions.outputDepth = Morvane::getBitDepth(depth.c_str());
+    return runApply(applyOptions);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    installSignalHandlers();
+    try {
+        return static_cast<int>(run(argc, argv));
+    } catch (const Failure& failure) {
+        report(failure);
+        return static_cast<int>(failure.getCode());
+    } catch (const std::exception& error) {
+        report({ExitCode::CONVERSION, error.what()});
+        return static_cast<int>(ExitCode::CONVERSION);
+    }
+}

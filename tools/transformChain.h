@@ -1,0 +1,20 @@
+#pragma once
+
+#include "morvane/morvane.h"
+
+#include <string>
+#include <vector>
+
+namespace Command {
+
+/// Loads a transform. Throws Failure with ExitCode::TRANSFORM.
+Morvane::TransformPtr loadTransform(const std::string& path);
+
+/// Loads the files and joins them, the first one first; inverse undoes the whole chain.
+/// Throws Failure with ExitCode::TRANSFORM.
+Morvane::TransformPtr loadTransformChain(const std::vector<std::string>& paths, bool inverse);
+
+/// The message of a failed status, or its number when it has none.
+std::string messageOf(Morvane::MorvaneStatus status);
+
+} // namespace Command
