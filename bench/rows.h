@@ -1,0 +1,5 @@
+#pragma once
+
+/// Each registers the benchmarks of one family, named "row|column" (see ComparisonTable).
+void registerPixelRows();
+void registerFinalizeRows();
