@@ -73,8 +73,8 @@ struct Element8i
     }
 };
 
-/// The depths with 16 bits of storage. Code turns 16-bit codes in four lanes to floats, and back to codes that are
-/// sign-extended. Bits above the depth's precision are read as they stand.
+/// The depths with 16 bits of storage. Code turns 16-bit codes in four lanes to floats, and the lanes of two pixels to
+/// eight codes. Bits above the depth's precision are read as they stand.
 template <class Code>
 struct Element16Bits
 {
@@ -97,14 +97,12 @@ struct Element16Bits
 
     static void writeFour(uint16_t* elements, V4f value)
     {
-        const __m128i codes = Code::fromFloat(value);
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(elements), _mm_packs_epi32(codes, codes));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(elements), Code::fromFloats(value, value));
     }
 
     static void writeBatch(uint16_t* elements, const V4f* pixels)
     {
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(elements),
-                         _mm_packs_epi32(Code::fromFloat(pixels[0]), Code::fromFloat(pixels[1])));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(elements), Code::fromFloats(pixels[0], pixels[1]));
     }
 
     static void writeThree(uint16_t* elements, V4f value)
@@ -121,9 +119,19 @@ struct IntegerCode
     static constexpr float kMaximum = static_cast<float>(maximum);
 
     static V4f toFloat(__m128i codes) { return _mm_cvtepi32_ps(codes); }
-    static __m128i fromFloat(V4f value)
+
+    static __m128i fromFloats(V4f first, V4f second)
     {
-        return _mm_srai_epi32(_mm_slli_epi32(roundToInteger(value, kMaximum), 16), 16);
+        const __m128i a = roundToInteger(first, kMaximum);
+        const __m128i b = roundToInteger(second, kMaximum);
+        if constexpr (maximum <= 0x7fff) {
+            return _mm_packs_epi32(a, b);
+        } else {
+            // SSE2 packs signed words only: move the codes there and back.
+            const __m128i half = _mm_set1_epi32(0x8000);
+            return _mm_xor_si128(_mm_packs_epi32(_mm_sub_epi32(a, half), _mm_sub_epi32(b, half)),
+                                 _mm_set1_epi16(static_cast<int16_t>(0x8000)));
+        }
     }
 };
 
@@ -132,7 +140,11 @@ struct HalfCode
     static constexpr float kMaximum = 1.f;
 
     static V4f toFloat(__m128i codes) { return floatFromHalf(codes); }
-    static __m128i fromFloat(V4f value) { return halfFromFloat(value.v); }
+
+    static __m128i fromFloats(V4f first, V4f second)
+    {
+        return _mm_packs_epi32(halfFromFloat(first.v), halfFromFloat(second.v));
+    }
 };
 
 using Element10i = Element16Bits<IntegerCode<1023>>;
