@@ -1,5 +1,6 @@
 #include "renderer/CPUMatrixOp.h"
 
+#include "renderer/matrixFrom8i.h"
 #include "renderer/pixelRenderer.h"
 
 namespace Rendering {
@@ -62,8 +63,42 @@ struct MatrixWithOffset
 
 using ScaleRenderer = PixelRenderer<Scale, RENDERER_SCALE>;
 using ScaleWithOffsetRenderer = PixelRenderer<ScaleWithOffset, RENDERER_SCALE_WITH_OFFSET>;
-using MatrixRenderer = PixelRenderer<Matrix, RENDERER_MATRIX>;
-using MatrixWithOffsetRenderer = PixelRenderer<MatrixWithOffset, RENDERER_MATRIX_WITH_OFFSET>;
+/// A renderer of a whole matrix, with a way of its own to read 8-bit images.
+template <class Formula, RendererType type, bool addsOffset>
+class WholeMatrixRenderer : public PixelRenderer<Formula, type>
+{
+public:
+    explicit WholeMatrixRenderer(const Color::MatrixOp& op)
+        : PixelRenderer<Formula, type>(op, Formula(op)), m_from8i(op)
+    {}
+
+    SourceKernel getSourceKernel(PixelFormat format) const override
+    {
+        switch (format) {
+        case PF_RGBA_8i:
+            return &renderFrom8i<ChannelOrder::RGBA>;
+        case PF_BGRA_8i:
+            return &renderFrom8i<ChannelOrder::BGRA>;
+        case PF_ABGR_8i:
+            return &renderFrom8i<ChannelOrder::ABGR>;
+        default:
+            return nullptr;
+        }
+    }
+
+private:
+    template <ChannelOrder order>
+    static void renderFrom8i(const VirtualRenderer& renderer, const void* source, const PixelRun& run)
+    {
+        static_cast<const WholeMatrixRenderer&>(renderer).m_from8i.template render<order, addsOffset>(
+            static_cast<const uint8_t*>(source), run.destination, run.width);
+    }
+
+    MatrixFrom8i m_from8i;
+};
+
+using MatrixRenderer = WholeMatrixRenderer<Matrix, RENDERER_MATRIX, false>;
+using MatrixWithOffsetRenderer = WholeMatrixRenderer<MatrixWithOffset, RENDERER_MATRIX_WITH_OFFSET, true>;
 
 } // namespace
 
@@ -73,8 +108,8 @@ std::unique_ptr<VirtualRenderer> makeMatrixRenderer(const Color::MatrixOp& op)
         if (op.hasOffsets()) return std::make_unique<ScaleWithOffsetRenderer>(op, ScaleWithOffset(op));
         return std::make_unique<ScaleRenderer>(op, Scale(op));
     }
-    if (op.hasOffsets()) return std::make_unique<MatrixWithOffsetRenderer>(op, MatrixWithOffset(op));
-    return std::make_unique<MatrixRenderer>(op, Matrix(op));
+    if (op.hasOffsets()) return std::make_unique<MatrixWithOffsetRenderer>(op);
+    return std::make_unique<MatrixRenderer>(op);
 }
 
 } // namespace Rendering

@@ -38,6 +38,7 @@ public:
             const float to = i + 1 == processor.size() ? rangeOut : rangeTile;
             m_steps.push_back({processor[i].get(), DepthChange{V4f(to / from)}, false});
         }
+        m_sourceKernel = processor.front()->getSourceKernel(sourceFormat);
     }
 
     void render(const unsigned char* source, unsigned char* destination, uint32_t x, uint32_t y, uint32_t width)
@@ -68,21 +69,28 @@ private:
         const bool readsImage = m_source.format == PF_RGBA_32f;
         const bool writesImage = m_destination.format == PF_RGBA_32f;
 
-        if (readsImage) {
+        const Step* step = m_steps.data();
+        const Step* const last = &m_steps.back();
+        const auto chooseDestination = [&] {
+            run.destination = writesImage && step == last ? reinterpret_cast<float*>(destination) : tile;
+        };
+        if (m_sourceKernel && !step->bypassed) {
+            chooseDestination();
+            m_sourceKernel(*step->renderer, source, run);
+            run.source = run.destination;
+            ++step;
+        } else if (readsImage) {
             run.source = reinterpret_cast<const float*>(source);
         } else {
             m_source.unpack(source, tile, run.width);
             run.source = tile;
         }
-        run.destination = tile;
-        for (const Step& step : m_steps) {
-            if (writesImage && &step == &m_steps.back()) {
-                run.destination = reinterpret_cast<float*>(destination);
-            }
-            if (step.bypassed) {
-                renderPixels(run, step.depthChange);
+        for (; step <= last; ++step) {
+            chooseDestination();
+            if (step->bypassed) {
+                renderPixels(run, step->depthChange);
             } else {
-                step.renderer->render(run);
+                step->renderer->render(run);
             }
             run.source = run.destination;
         }
@@ -91,6 +99,7 @@ private:
 
     const PixelFormatAccess& m_source;
     const PixelFormatAccess& m_destination;
+    SourceKernel m_sourceKernel = nullptr; ///< of the first renderer
     /// Lists of ops are short; only one longer than this takes memory from the heap, once per image.
     boost::container::small_vector<Step, 32> m_steps;
 };

@@ -6,4 +6,6 @@ VirtualRenderer::VirtualRenderer(const Color::Op& op) : m_bypass(op.getBypass())
 
 VirtualRenderer::~VirtualRenderer() = default;
 
+SourceKernel VirtualRenderer::getSourceKernel(PixelFormat) const { return nullptr; }
+
 } // namespace Rendering

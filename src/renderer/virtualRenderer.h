@@ -18,6 +18,11 @@ struct PixelRun
     uint32_t y;
 };
 
+class VirtualRenderer;
+
+/// A kernel that reads pixels of an image itself instead of run.source.
+using SourceKernel = void (*)(const VirtualRenderer& renderer, const void* source, const PixelRun& run);
+
 /// A kernel with the parameters of its op, made when a transform is finalized. It is immutable but for what it shares
 /// with its op: the dynamic properties.
 class VirtualRenderer
@@ -32,6 +37,10 @@ public:
 
     /// Runs the kernel over the pixels.
     virtual void render(const PixelRun& run) const = 0;
+
+    /// The kernel that reads images of this format faster than by unpacking them first, with the same bits as a result.
+    /// Null where there is none.
+    virtual SourceKernel getSourceKernel(PixelFormat format) const;
 
     /// Read once per line.
     bool isBypassed() const { return m_bypass->get(); }
