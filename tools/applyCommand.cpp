@@ -95,7 +95,7 @@ OIIO::ImageSpec storedSpec(const FilePair& pair, const OIIO::ImageSpec& spec)
     OIIO::Filesystem::IOVecOutput memory;
     output->set_ioproxy(&memory);
     if (!output->open(pair.output, tiny)) throw cannotWrite(pair.output, output->geterror());
-    const OIIO::ImageSpec stored = output->spec();
+    OIIO::ImageSpec stored = output->spec();
     const std::vector<unsigned char> black(stored.image_bytes(true));
     output->write_image(transferType(stored), black.data());
     output->close();

@@ -135,7 +135,7 @@ void check(bool succeeded, const std::string& path, const std::string& why)
     if (!succeeded) throw std::runtime_error("'" + path + "': " + why);
 }
 
-void write(const std::string& path, const OIIO::ImageSpec& spec, OIIO::TypeDesc type, const void* pixels)
+void write(const std::string& path, const OIIO::ImageSpec& spec, const OIIO::TypeDesc& type, const void* pixels)
 {
     const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(path);
     check(output != nullptr, path, OIIO::geterror());
@@ -170,7 +170,7 @@ void makePreview(const std::string& from, const std::string& to)
     check(input->read_image(0, 0, 0, 3, OIIO::TypeFloat, linear.data()), from, input->geterror());
     std::vector<unsigned char> codes(linear.size());
     std::transform(linear.begin(), linear.end(), codes.begin(), [](float value) {
-        return static_cast<unsigned char>(encodedSRGBFromLinear(static_cast<double>(value)) * 255.0 + 0.5);
+        return static_cast<unsigned char>(std::lround(encodedSRGBFromLinear(static_cast<double>(value)) * 255.0));
     });
     write(to, OIIO::ImageSpec(spec.width, spec.height, 3, OIIO::TypeUInt8), OIIO::TypeUInt8, codes.data());
 }

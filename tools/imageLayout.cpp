@@ -90,7 +90,7 @@ std::vector<OutputChannel> outputChannels(const OIIO::ImageSpec& input, const Co
 std::string channelName(const OIIO::ImageSpec& input, const ColourChannels& colour, const OutputChannel& channel)
 {
     static const char* const rgb[] = {"R", "G", "B"};
-    const std::string name = input.channel_name(channel.source);
+    std::string name = input.channel_name(channel.source);
     if (!colour.isGrey() || channel.component < 0 || channel.component > 2) return name;
     return layerOf(name) + rgb[channel.component];
 }
@@ -107,7 +107,8 @@ void setTypes(OutputImage& output, const OIIO::ImageSpec& input, BitDepth depth,
         if (!hasColour && channel.component >= 0) output.spec.format = types.back();
         hasColour = hasColour || channel.component >= 0;
     }
-    const bool equal = std::all_of(types.begin(), types.end(), [&](OIIO::TypeDesc t) { return t == types.front(); });
+    const bool equal =
+        std::all_of(types.begin(), types.end(), [&](const OIIO::TypeDesc& t) { return t == types.front(); });
     output.spec.channelformats.clear();
     if (!equal && format.channelFormats) output.spec.channelformats = types;
 }

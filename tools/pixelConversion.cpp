@@ -65,8 +65,9 @@ void widen(std::vector<unsigned char>& work, BitDepth depth)
 }
 
 /// Copies one channel of a run of pixels, with a change of type where the two differ.
-void copyChannel(const unsigned char* source, OIIO::TypeDesc sourceType, size_t sourceStride,
-                 unsigned char* destination, OIIO::TypeDesc destinationType, size_t destinationStride, int pixels)
+void copyChannel(const unsigned char* source, const OIIO::TypeDesc& sourceType, size_t sourceStride,
+                 unsigned char* destination, const OIIO::TypeDesc& destinationType, size_t destinationStride,
+                 int pixels)
 {
     OIIO::convert_image(1, pixels, 1, 1, source, sourceType, static_cast<OIIO::stride_t>(sourceStride),
                         OIIO::AutoStride, OIIO::AutoStride, destination, destinationType,
