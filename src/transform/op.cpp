@@ -1,19 +1,9 @@
 #include "transform/op.h"
 
+#include "transform/shareOrCopy.h"
 #include "utils/exception.h"
 
-#include <boost/make_shared.hpp>
-
 namespace Color {
-
-namespace {
-
-BypassPropertyPtr copyOf(const BypassPropertyPtr& bypass)
-{
-    return bypass->isDynamic() ? bypass : boost::make_shared<BypassDynamicProperty>(*bypass);
-}
-
-} // namespace
 
 Op::Op(BitDepth in, BitDepth out) : Op(in, out, {}, {}, {}) {}
 
@@ -24,7 +14,7 @@ Op::Op(BitDepth in, BitDepth out, const std::string& id, const std::string& name
 
 Op::Op(const Op& other)
     : m_inBitDepth(other.m_inBitDepth), m_outBitDepth(other.m_outBitDepth), m_id(other.m_id), m_name(other.m_name),
-      m_descriptions(other.m_descriptions), m_bypass(copyOf(other.m_bypass))
+      m_descriptions(other.m_descriptions), m_bypass(shareOrCopy(other.m_bypass))
 {}
 
 Op::~Op() = default;

@@ -1,5 +1,6 @@
 #include "transform/rangeOp.h"
 
+#include "transform/opParameters.h"
 #include "utils/exception.h"
 
 #include <cmath>
@@ -29,9 +30,6 @@ bool differs(double value, double ratio)
     const double difference = std::fabs(value) < 0.001 ? value - ratio : 1.0 - ratio / value;
     return std::fabs(difference) > kTolerance;
 }
-
-/// NaN equals NaN: both are not set.
-bool isSameLimit(double a, double b) { return a == b || (!isSet(a) && !isSet(b)); }
 
 } // namespace
 
@@ -103,9 +101,9 @@ bool RangeOp::isNoOp() const
 bool RangeOp::isEqual(const Op& other) const
 {
     const auto* range = dynamic_cast<const RangeOp*>(&other);
-    return range && Op::isEqual(other) && isSameLimit(m_minIn, range->m_minIn) &&
-           isSameLimit(m_maxIn, range->m_maxIn) && isSameLimit(m_minOut, range->m_minOut) &&
-           isSameLimit(m_maxOut, range->m_maxOut);
+    return range && Op::isEqual(other) && isSameValue(m_minIn, range->m_minIn) &&
+           isSameValue(m_maxIn, range->m_maxIn) && isSameValue(m_minOut, range->m_minOut) &&
+           isSameValue(m_maxOut, range->m_maxOut);
 }
 
 void RangeOp::derive()

@@ -20,6 +20,8 @@ Exception::Exception(const Exception& previous, const ErrorMessage& extra) : m_e
 
 Exception::~Exception() = default;
 
+void logFailure(const ErrorMessage& message) { log(LOG_LEVEL_DEBUG, "%s", message.logMessage); }
+
 ErrorMessage makeErrorMessage(const char* category, const ErrorSite& site, FormatArguments arguments)
 {
     const char* format = findErrorTextOrReport(site.id, site.file, site.line);

@@ -47,6 +47,15 @@ template <class... Args>
     throw Exception(site.file, site.line, makeErrorMessage(category, site, {FormatArgument(args)...}));
 }
 
+/// Logs the message of this failure, with its category, at level DEBUG: for what a host is told but not refused.
+void logFailure(const ErrorMessage& message);
+
+template <class... Args>
+void logFailure(const char* category, ErrorSite site, const Args&... args)
+{
+    logFailure(makeErrorMessage(category, site, {FormatArgument(args)...}));
+}
+
 /// Throws a failure that wraps a lower one.
 template <class... Args>
 [[noreturn]] void raiseAfter(const Exception& previous, const char* category, ErrorSite site, const Args&... args)

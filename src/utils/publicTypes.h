@@ -3,6 +3,7 @@
 #include "morvane/basePath.h"
 #include "morvane/bitDepth.h"
 #include "morvane/dynamicProperty.h"
+#include "morvane/halfFlags.h"
 #include "morvane/pixelFormat.h"
 #include "morvane/roi.h"
 #include "morvane/status.h"

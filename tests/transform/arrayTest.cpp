@@ -1,6 +1,6 @@
 #include "transform/array.h"
 
-#include "failure.h"
+#include "tests/transform/failure.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "transform/matrixOp.h"
 
-#include "failure.h"
+#include "tests/transform/failure.h"
 #include "transform/opList.h"
 
 #include <algorithm>

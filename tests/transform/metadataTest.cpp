@@ -1,6 +1,6 @@
 #include "transform/metadata.h"
 
-#include "failure.h"
+#include "tests/transform/failure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "transform/rangeOp.h"
 
-#include "failure.h"
+#include "tests/transform/failure.h"
 #include "transform/matrixOp.h"
 #include "transform/opList.h"
 

@@ -1,7 +1,7 @@
 #include "transform/transform.h"
 
-#include "failure.h"
 #include "testOp.h"
+#include "tests/transform/failure.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
 
