@@ -36,11 +36,11 @@ struct Range
         const V4f scaled = in * scale;
         const V4f w = scales ? scaled + offset : select(alphaMask(), scaled, in);
         if constexpr (hasLowerBound && hasUpperBound) {
-            return select(isAbove(w, upperBound), upperBound, raiseTo(lowerBound, w));
+            return select(isAbove(w, upperBound), upperBound, max(lowerBound, w));
         } else if constexpr (hasLowerBound) {
-            return raiseTo(lowerBound, w);
+            return max(lowerBound, w);
         } else if constexpr (hasUpperBound) {
-            return lowerTo(upperBound, w);
+            return min(upperBound, w);
         } else {
             return w;
         }
@@ -51,7 +51,7 @@ template <bool scales, bool hasLowerBound, bool hasUpperBound, RendererType type
 std::unique_ptr<VirtualRenderer> make(const Color::RangeOp& op)
 {
     using Formula = Range<scales, hasLowerBound, hasUpperBound>;
-    return std::make_unique<PixelRenderer<Formula, type>>(op, Formula(op));
+    return std::make_unique<PixelRenderer<Formula, type, ChannelUse::Apart>>(op, Formula(op));
 }
 
 } // namespace

@@ -55,6 +55,7 @@ int CPURenderer::getType() const { return RENDERER_CODE_CPU; }
 void CPURenderer::finalize(const Color::Transform* transform, PixelFormat in, PixelFormat out)
 {
     m_processor.reset();
+    m_codeTable.reset();
     if (!transform) Color::raise(RENDERER_ALL, Color::ErrorIds::RENDERER_TRANSFORM_NULL);
     if (transform->hasUnresolvedReference()) Color::raise(RENDERER_ALL, Color::ErrorIds::RENDERER_UNRESOLVED_TRANSFORM);
 
@@ -77,6 +78,7 @@ void CPURenderer::finalize(const Color::Transform* transform, PixelFormat in, Pi
     if (isDumpWanted()) Color::log(LOG_LEVEL_USER, "*********");
     if (processor->empty()) processor->push_back(makeFallback(ops));
 
+    m_codeTable = makeCodeTable(*processor, in, out);
     m_processor = processor;
     m_inputFormat = in;
     m_outputFormat = out;
@@ -93,8 +95,14 @@ void CPURenderer::apply(const void* source, void* destination, const ROI& roi, u
     const uint32_t sourceOffset = roi.getY() * sourceStep + roi.getX() * sourcePixelSize;
     const uint32_t destinationOffset = roi.getY() * destinationStep + roi.getX() * destinationPixelSize;
 
-    renderImage(*m_processor, {static_cast<const unsigned char*>(source) + sourceOffset, sourceStep, m_inputFormat},
-                {static_cast<unsigned char*>(destination) + destinationOffset, destinationStep, m_outputFormat}, roi);
+    const SourceRows sourceRows = {static_cast<const unsigned char*>(source) + sourceOffset, sourceStep, m_inputFormat};
+    const DestinationRows destinationRows = {static_cast<unsigned char*>(destination) + destinationOffset,
+                                             destinationStep, m_outputFormat};
+    if (m_codeTable) {
+        renderImage(*m_codeTable, sourceRows, destinationRows, roi);
+    } else {
+        renderImage(*m_processor, sourceRows, destinationRows, roi);
+    }
 }
 
 RendererType CPURenderer::getRendererType(std::size_t index) const

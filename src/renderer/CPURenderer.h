@@ -1,5 +1,6 @@
 #pragma once
 
+#include "renderer/codeTable.h"
 #include "renderer/genericRenderer.h"
 #include "renderer/transformProcessor.h"
 
@@ -26,6 +27,7 @@ private:
     PixelFormat m_inputFormat = PF_UNKNOWN;
     PixelFormat m_outputFormat = PF_UNKNOWN;
     boost::shared_ptr<const TransformProcessor> m_processor;
+    std::unique_ptr<const CodeTable> m_codeTable; ///< stands for the processor unless it is null
 };
 
 } // namespace Rendering

@@ -48,10 +48,10 @@ private:
     void renderFour(const uint8_t* source, float* destination) const
     {
         const __m128i pixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(source));
-        const V4f red = channel<placeOf<order>(0)>(pixels);
-        const V4f green = channel<placeOf<order>(1)>(pixels);
-        const V4f blue = channel<placeOf<order>(2)>(pixels);
-        const V4f alpha = channel<placeOf<order>(3)>(pixels);
+        const V4f red = channel<placeOf(order, 0)>(pixels);
+        const V4f green = channel<placeOf(order, 1)>(pixels);
+        const V4f blue = channel<placeOf(order, 2)>(pixels);
+        const V4f alpha = channel<placeOf(order, 3)>(pixels);
         const V4f* m = m_factors;
         const V4f zero(0.f);
         __m128 out0 = ((m[0] * red + m[1] * green) + (m[2] * blue + (apart ? zero : m[3] * alpha))).v;
@@ -69,15 +69,6 @@ private:
     void storePixel(float* destination, V4f value) const
     {
         store(destination, addsOffset ? value + m_offset : value);
-    }
-
-    /// Where red, green, blue and alpha stand in the order.
-    template <ChannelOrder order>
-    static constexpr int placeOf(int channel)
-    {
-        if (order == ChannelOrder::ABGR) return 3 - channel;
-        if (order == ChannelOrder::BGRA && channel < 3) return 2 - channel;
-        return channel;
     }
 
     /// One byte of each of the four pixels.

@@ -31,7 +31,9 @@ const PixelFormatAccess& getPixelFormatAccess(PixelFormat format)
 #define MORVANE_CASE(name, value, depth, order, channels, packed, bytes)                                               \
     case name: {                                                                                                       \
         using Code = Access<Element##depth, ChannelOrder::order, packed>;                                              \
-        static constexpr PixelFormatAccess access = {name, BIT_DEPTH_##depth, bytes, Code::unpack, Code::pack};        \
+        constexpr ChannelOrder channelOrder = ChannelOrder::order;                                                     \
+        static constexpr PixelFormatAccess access = {name,   BIT_DEPTH_##depth, bytes,     channelOrder,               \
+                                                     packed, Code::unpack,      Code::pack};                           \
         return access;                                                                                                 \
     }
         MORVANE_PIXEL_FORMATS(MORVANE_CASE)

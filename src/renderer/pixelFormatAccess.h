@@ -1,5 +1,6 @@
 #pragma once
 
+#include "renderer/channelOrder.h"
 #include "utils/publicTypes.h"
 
 #include <cstdint>
@@ -20,6 +21,8 @@ struct PixelFormatAccess
     PixelFormat format;
     BitDepth depth;
     uint32_t pixelSize;
+    ChannelOrder order;
+    bool isPacked;
     Unpacker unpack;
     Packer pack;
 };

@@ -1,22 +1,11 @@
 #pragma once
 
+#include "renderer/channelOrder.h"
 #include "renderer/pixelElement.h"
 
 #include <cstdint>
 
 namespace Rendering {
-
-/// The order of a pixel's channels in memory.
-enum class ChannelOrder
-{
-    RGB,
-    RGBA,
-    BGR,
-    BGRA,
-    ABGR
-};
-
-constexpr bool hasAlpha(ChannelOrder order) { return order != ChannelOrder::RGB && order != ChannelOrder::BGR; }
 
 /// Lanes in memory order brought to red, green, blue, alpha. Each of these permutations undoes itself, so this also
 /// brings them back.

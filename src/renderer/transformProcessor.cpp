@@ -36,7 +36,7 @@ public:
         for (std::size_t i = 0; i < processor.size(); ++i) {
             const float from = i == 0 ? rangeIn : rangeTile;
             const float to = i + 1 == processor.size() ? rangeOut : rangeTile;
-            m_steps.push_back({processor[i].get(), DepthChange{V4f(to / from)}, false});
+            m_steps.push_back({processor[i].get(), DepthChange{V4f(to / from)}, DynamicValues()});
         }
         m_sourceKernel = processor.front()->getSourceKernel(sourceFormat);
     }
@@ -44,11 +44,11 @@ public:
     void render(const unsigned char* source, unsigned char* destination, uint32_t x, uint32_t y, uint32_t width)
     {
         for (Step& step : m_steps) {
-            step.bypassed = step.renderer->isBypassed();
+            step.dynamicValues = step.renderer->readDynamicValues();
         }
         for (uint32_t done = 0; done < width;) {
             const uint32_t count = std::min(kTilePixels, width - done);
-            renderTile(source, destination, {nullptr, nullptr, count, x + done, y});
+            renderTile(source, destination, {nullptr, nullptr, count, x + done, y, {}});
             source += std::size_t{count} * m_source.pixelSize;
             destination += std::size_t{count} * m_destination.pixelSize;
             done += count;
@@ -60,7 +60,7 @@ private:
     {
         const VirtualRenderer* renderer;
         DepthChange depthChange;
-        bool bypassed; ///< on this line
+        DynamicValues dynamicValues; ///< of this line
     };
 
     void renderTile(const unsigned char* source, unsigned char* destination, PixelRun run) const
@@ -74,8 +74,9 @@ private:
         const auto chooseDestination = [&] {
             run.destination = writesImage && step == last ? reinterpret_cast<float*>(destination) : tile;
         };
-        if (m_sourceKernel && !step->bypassed) {
+        if (m_sourceKernel && !step->dynamicValues.isBypassed) {
             chooseDestination();
+            run.dynamicValues = step->dynamicValues;
             m_sourceKernel(*step->renderer, source, run);
             run.source = run.destination;
             ++step;
@@ -87,7 +88,8 @@ private:
         }
         for (; step <= last; ++step) {
             chooseDestination();
-            if (step->bypassed) {
+            run.dynamicValues = step->dynamicValues;
+            if (step->dynamicValues.isBypassed) {
                 renderPixels(run, step->depthChange);
             } else {
                 step->renderer->render(run);

@@ -110,7 +110,7 @@ TEST(RendererFactory, theRendererSharesItsOpsDynamicBypass)
     MatrixOp op(BIT_DEPTH_32f, BIT_DEPTH_32f);
     op.getBypass()->makeDynamic();
     const auto renderer = makeRenderer(op);
-    EXPECT_FALSE(renderer->isBypassed());
+    EXPECT_FALSE(renderer->readDynamicValues().isBypassed);
     op.getBypass()->set(true);
-    EXPECT_TRUE(renderer->isBypassed());
+    EXPECT_TRUE(renderer->readDynamicValues().isBypassed);
 }
