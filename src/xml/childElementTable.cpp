@@ -2,14 +2,20 @@
 
 #include "utils/exception.h"
 #include "utils/text.h"
+#include "xml/ECParamsElt.h"
+#include "xml/SOPValueElt.h"
 #include "xml/arrayElt.h"
 #include "xml/descriptionElt.h"
 #include "xml/descriptorElt.h"
 #include "xml/dummyElt.h"
 #include "xml/dynamicParamElt.h"
+#include "xml/gammaParamsElt.h"
+#include "xml/hueVectorParamsElt.h"
+#include "xml/logParamsElt.h"
 #include "xml/metadataElt.h"
 #include "xml/opElt.h"
 #include "xml/rangeValueElt.h"
+#include "xml/saturationElt.h"
 #include "xml/transformElt.h"
 
 namespace Color::Xml::Reader {
@@ -44,8 +50,17 @@ ElementPtr refuseIndexMap(const std::string&, ContainerElt& parent, const ReadCo
           parent.getCurrentLine());
 }
 
-/// For an element whose parent no reader makes yet.
-ElementPtr makeNone(const std::string&, ContainerElt&, const ReadContext&) { return nullptr; }
+ElementPtr makeGammaParams(const std::string& name, ContainerElt& parent, const ReadContext& context)
+{
+    auto* gamma = dynamic_cast<GammaElt*>(&parent);
+    return gamma ? gamma->createGammaParamsElt(name, context) : nullptr;
+}
+
+ElementPtr makeLogParams(const std::string& name, ContainerElt& parent, const ReadContext& context)
+{
+    auto* logElt = dynamic_cast<LogElt*>(&parent);
+    return logElt && logElt->takesParams() ? std::make_unique<LogParamsElt>(name, *logElt, context) : nullptr;
+}
 
 struct ChildRow
 {
@@ -68,17 +83,17 @@ constexpr ChildRow kRows[] = {
     {"maxInValue", makeIn<RangeValueElt, RangeElt>, kNoRangeValue},
     {"minOutValue", makeIn<RangeValueElt, RangeElt>, kNoRangeValue},
     {"maxOutValue", makeIn<RangeValueElt, RangeElt>, kNoRangeValue},
-    {"GammaParams", makeNone, ": Gamma Params not allowed in this element"},
-    {"ECParams", makeNone, ": E/C Params not allowed in this element"},
+    {"GammaParams", makeGammaParams, ": Gamma Params not allowed in this element"},
+    {"ECParams", makeIn<ECParamsElt, ExposureContrastElt>, ": E/C Params not allowed in this element"},
     {"DynamicParameter", makeIn<DynamicParamElt, OpElt>, ": Dynamic properties not allowed in this element"},
-    {"LogParams", makeNone, ": Log Params not allowed in this element"},
-    {"HueVecParams", makeNone, ": HueVector Params not allowed in this element"},
-    {"SOPNode", makeNone, ": SOPNode not allowed in this element"},
-    {"Slope", makeNone, kNoSOPValue},
-    {"Offset", makeNone, kNoSOPValue},
-    {"Power", makeNone, kNoSOPValue},
-    {"SatNode", makeNone, ": SatNode not allowed in this element"},
-    {"Saturation", makeNone, ": Saturation not allowed in this element"},
+    {"LogParams", makeLogParams, ": Log Params not allowed in this element"},
+    {"HueVecParams", makeIn<HueVectorParamsElt, HueVectorElt>, ": HueVector Params not allowed in this element"},
+    {"SOPNode", makeIn<SOPNodeElt, CDLElt>, ": SOPNode not allowed in this element"},
+    {"Slope", makeIn<SOPValueElt, SOPNodeBaseElt>, kNoSOPValue},
+    {"Offset", makeIn<SOPValueElt, SOPNodeBaseElt>, kNoSOPValue},
+    {"Power", makeIn<SOPValueElt, SOPNodeBaseElt>, kNoSOPValue},
+    {"SatNode", makeIn<SatNodeElt, CDLElt>, ": SatNode not allowed in this element"},
+    {"Saturation", makeIn<SaturationElt, SatNodeBaseElt>, ": Saturation not allowed in this element"},
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "xml/dynamicParamElt.h"
 
+#include "transform/exposureContrastOp.h"
 #include "utils/exception.h"
 #include "xml/attributes.h"
 
@@ -9,10 +10,16 @@ void DynamicParamElt::start(Attributes attributes)
 {
     const char* param = findAttribute(attributes, "param");
     if (!param) return;
-    if (!equalsIgnoreCase(param, "LOOK_SWITCH")) {
+    auto* exposureContrast = dynamic_cast<ExposureContrastOp*>(&m_op);
+    if (equalsIgnoreCase(param, "LOOK_SWITCH")) {
+        m_op.getBypass()->makeDynamic();
+    } else if (exposureContrast && equalsIgnoreCase(param, "EXPOSURE")) {
+        exposureContrast->getExposure()->makeDynamic();
+    } else if (exposureContrast && equalsIgnoreCase(param, "CONTRAST")) {
+        exposureContrast->getContrast()->makeDynamic();
+    } else {
         raise(LogCategory::XML_READER, ErrorIds::XML_INVALID_DYNAMIC_PARAMETER, param, getTypeName());
     }
-    m_op.getBypass()->makeDynamic();
 }
 
 } // namespace Color::Xml::Reader

@@ -63,21 +63,25 @@ protected:
     using Element::Element;
 };
 
-/// A container with a name of its own and no op.
+/// A container with a name of its own and no op. Messages call it what they call its parent.
 class ComplexElt : public ContainerElt
 {
 public:
     std::string getIdentifier() const override { return getName(); }
-    std::string getTypeName() const override { return m_parent.getTypeName(); }
+    std::string getTypeName() const override { return m_parent ? m_parent->getTypeName() : getName(); }
     void appendDescription(const std::string&) override {}
 
 protected:
     ComplexElt(const std::string& name, ContainerElt& parent, const ReadContext& context)
+        : ComplexElt(name, &parent, context)
+    {}
+    /// The parent of a root is null.
+    ComplexElt(const std::string& name, ContainerElt* parent, const ReadContext& context)
         : ContainerElt(name, context), m_parent(parent)
     {}
 
 private:
-    ContainerElt& m_parent;
+    ContainerElt* m_parent;
 };
 
 /// An element that holds text. start() and end() do nothing by themselves.

@@ -1,7 +1,10 @@
 #include "xml/fileIOManager.h"
 
 #include "utils/paths.h"
+#include "xml/cdlFormat.h"
 #include "xml/fileLoader.h"
+#include "xml/halvorn1DReader.h"
+#include "xml/halvorn3DReader.h"
 #include "xml/pathRepair.h"
 #include "xml/xmlTransformReader.h"
 
@@ -9,11 +12,24 @@
 
 namespace Color::FileIOManager {
 
+namespace {
+
+std::vector<SupportedExtension> listExtensions()
+{
+    std::vector<SupportedExtension> extensions;
+    extensions.push_back({XMLTransformReader::getExtension(), XMLTransformReader::getExtension()});
+    for (const CDLFormatRow& row : kCDLFormats)
+        extensions.push_back({row.extension, row.description});
+    extensions.push_back({Halvorn1DReader::getExtension(), "Halvorn 1d-LUT format"});
+    extensions.push_back({Halvorn3DReader::getExtension(), "Halvorn 3d-LUT format"});
+    return extensions;
+}
+
+} // namespace
+
 const std::vector<SupportedExtension>& getSupportedExtensions()
 {
-    static const std::vector<SupportedExtension> extensions = {
-        {XMLTransformReader::getExtension(), XMLTransformReader::getExtension()},
-    };
+    static const std::vector<SupportedExtension> extensions = listExtensions();
     return extensions;
 }
 

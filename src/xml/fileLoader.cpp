@@ -1,6 +1,9 @@
 #include "xml/fileLoader.h"
 
 #include "utils/exception.h"
+#include "xml/cdlReader.h"
+#include "xml/halvorn1DReader.h"
+#include "xml/halvorn3DReader.h"
 #include "xml/xmlTransformReader.h"
 
 #include <boost/filesystem/operations.hpp>
@@ -33,6 +36,9 @@ Readers makeReaders()
 {
     Readers readers;
     readers.push_back(std::make_unique<XMLTransformReader>());
+    readers.push_back(std::make_unique<CDLReader>());
+    readers.push_back(std::make_unique<Halvorn1DReader>());
+    readers.push_back(std::make_unique<Halvorn3DReader>());
     return readers;
 }
 

@@ -20,7 +20,7 @@ public:
     /// Reads a whole text held in memory.
     virtual void readBuffer(const char* text) = 0;
     virtual void readFile(const std::string& fileName) = 0;
-    /// What the last read built; null after a failure.
+    /// What the last read built; null, or for some readers an empty transform, after a failure.
     virtual ColorTransformPtr getTransform() const = 0;
     /// Judges by the extension alone.
     virtual bool isFileSupported(const std::string& fileName) const = 0;

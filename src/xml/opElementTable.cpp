@@ -1,6 +1,15 @@
 #include "xml/opElementTable.h"
 
 #include "utils/text.h"
+#include "xml/CDLElt.h"
+#include "xml/ditherElt.h"
+#include "xml/exposureContrastElt.h"
+#include "xml/gammaElt.h"
+#include "xml/gamutMapElt.h"
+#include "xml/hueVectorElt.h"
+#include "xml/logElt.h"
+#include "xml/lut1DElt.h"
+#include "xml/lut3DElt.h"
 #include "xml/matrixElt.h"
 #include "xml/rangeElt.h"
 
@@ -65,9 +74,21 @@ struct OpElementRow
 };
 
 constexpr OpElementRow kRows[] = {
+    {OP_LUT_1D, {Versions::Any, 0.f, 1.3f}, make<Lut1DElt>},
+    {OP_LUT_1D, {Versions::Above, 1.3f, 1.6f}, make<Lut1DElt_1_4>},
+    {OP_INVERSE_LUT_1D, {Versions::From, 1.3f, 1.6f}, make<InvLut1DElt>},
+    {OP_LUT_3D, {Versions::Any, 0.f, 1.6f}, make<Lut3DElt>},
     {OP_MATRIX, {Versions::Any, 0.f, 1.2f}, make<MatrixElt>},
     {OP_MATRIX, {Versions::Above, 1.2f, 1.6f}, make<MatrixElt_1_3>},
     {OP_RANGE, {Versions::Any, 0.f, 1.6f}, make<RangeElt>},
+    {OP_GAMMA, {Versions::Any, 0.f, 1.4f}, make<GammaElt>},
+    {OP_GAMMA, {Versions::Above, 1.4f, 1.6f}, make<GammaElt_1_5>},
+    {OP_EXPOSURE_CONTRAST, {Versions::Any, 0.f, 1.6f}, make<ExposureContrastElt>},
+    {OP_LOG, {Versions::From, 1.3f, 1.6f}, make<LogElt>},
+    {OP_CDL, {Versions::From, 1.3f, 1.6f}, make<CDLElt>},
+    {OP_DITHER, {Versions::From, 1.3f, 1.6f}, make<DitherElt>},
+    {OP_GAMUT_MAP, {Versions::From, 1.4f, 1.6f}, make<GamutMapElt>},
+    {OP_HUE_VECTOR, {Versions::From, 1.4f, 1.6f}, make<HueVectorElt>},
 };
 
 } // namespace

@@ -27,10 +27,12 @@ public:
 protected:
     OpElt(const std::string& name, TransformElt& parent, const ReadContext& context, std::unique_ptr<Op> op);
 
-private:
     /// Throws 0x3020009 for a name that is none.
     BitDepth parseBitDepth(const char* word, const char* text) const;
+    /// Throws 0x3020006.
     [[noreturn]] void raiseMissing(const char* word) const;
+
+private:
     void parseBypass(const char* text);
 
     TransformElt& m_parent;
@@ -42,12 +44,15 @@ private:
 template <class OpClass>
 class TypedOpElt : public OpElt
 {
-protected:
-    TypedOpElt(const std::string& name, TransformElt& parent, const ReadContext& context)
-        : OpElt(name, parent, context, std::make_unique<OpClass>())
-    {}
-
+public:
     OpClass& getTypedOp() { return static_cast<OpClass&>(getOp()); }
+
+protected:
+    /// The arguments are those of the op's constructor.
+    template <class... Args>
+    TypedOpElt(const std::string& name, TransformElt& parent, const ReadContext& context, const Args&... args)
+        : OpElt(name, parent, context, std::make_unique<OpClass>(args...))
+    {}
 };
 
 } // namespace Color::Xml::Reader

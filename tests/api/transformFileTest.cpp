@@ -116,7 +116,14 @@ TEST(getSupportedFileExtensions, tellsEachOnce)
 {
     ExtensionList list;
     EXPECT_TRUE(succeeds(getSupportedFileExtensions(list)));
-    EXPECT_EQ(list.entries(), (std::vector<std::pair<std::string, std::string>>{{"ctf", "ctf"}}));
+    EXPECT_EQ(list.entries(), (std::vector<std::pair<std::string, std::string>>{
+                                  {"ctf", "ctf"},
+                                  {"cdl", "ASC CDL color decision list XML format"},
+                                  {"ccc", "ASC CDL color correction collection XML format"},
+                                  {"cc", "CDL fragment format"},
+                                  {"lut", "Halvorn 1d-LUT format"},
+                                  {"3dl", "Halvorn 3d-LUT format"},
+                              }));
 }
 
 TEST(getColorTransformFileExtension, isThatOfTheOwnFormat) { EXPECT_STREQ(getColorTransformFileExtension(), "ctf"); }

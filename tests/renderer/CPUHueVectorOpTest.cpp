@@ -1,7 +1,7 @@
 #include "renderer/CPUHueVectorOp.h"
 
 #include "kernelProbe.h"
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 using namespace Rendering;
 using Color::HueVectorOp;

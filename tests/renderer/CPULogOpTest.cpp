@@ -1,7 +1,7 @@
 #include "renderer/CPULogOp.h"
 
 #include "kernelCheck.h"
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "renderer/CPULut3DOp.h"
 
 #include "kernelProbe.h"
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "tests/utils/logRecorder.h"
 
 #include <algorithm>

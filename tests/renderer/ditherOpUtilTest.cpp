@@ -1,6 +1,6 @@
 #include "renderer/ditherOpUtil.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 #include <algorithm>
 #include <cmath>

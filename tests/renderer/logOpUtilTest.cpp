@@ -1,6 +1,6 @@
 #include "renderer/logOpUtil.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

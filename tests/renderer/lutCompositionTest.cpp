@@ -2,7 +2,7 @@
 
 #include "renderer/CPUInvLut1DOp.h"
 #include "tests/renderer/scalarLut1D.h"
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "transform/CDLOp.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/gammaOp.h"
 #include "transform/opList.h"
 

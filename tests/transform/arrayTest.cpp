@@ -1,6 +1,6 @@
 #include "transform/array.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,7 +1,7 @@
 #include "transform/exposureContrastOp.h"
 
 #include "testOp.h"
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/gammaOp.h"
 #include "transform/opList.h"
 

@@ -1,6 +1,6 @@
 #include "transform/gammaOp.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/logOp.h"
 #include "transform/opList.h"
 

@@ -1,6 +1,6 @@
 #include "transform/gamutMapOp.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/functionOp.h"
 #include "transform/opList.h"
 

@@ -1,6 +1,6 @@
 #include "transform/hueVectorOp.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/gamutMapOp.h"
 #include "transform/opList.h"
 

@@ -1,6 +1,6 @@
 #include "transform/invLut1DOp.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/matrixOp.h"
 #include "transform/opList.h"
 

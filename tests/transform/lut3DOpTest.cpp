@@ -1,6 +1,6 @@
 #include "transform/lut3DOp.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/lut1DOp.h"
 #include "transform/opList.h"
 

@@ -1,6 +1,6 @@
 #include "transform/matrixOp.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/opList.h"
 
 #include <algorithm>

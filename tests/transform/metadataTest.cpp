@@ -1,6 +1,6 @@
 #include "transform/metadata.h"
 
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 #include <gtest/gtest.h>
 

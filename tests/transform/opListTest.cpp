@@ -1,7 +1,7 @@
 #include "transform/opList.h"
 
 #include "testOp.h"
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 #include "transform/matrixOp.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "transform/op.h"
 
 #include "testOp.h"
-#include "tests/transform/failure.h"
+#include "tests/utils/failure.h"
 
 #include <gtest/gtest.h>
 

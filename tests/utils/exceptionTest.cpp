@@ -1,6 +1,5 @@
 #include "utils/exception.h"
 
-#include "tests/utils/failure.h"
 #include "tests/utils/logRecorder.h"
 
 #include <gmock/gmock.h>
@@ -14,6 +13,19 @@ using namespace Color;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
+
+/// What the call raises, its log message included. The test fails when there is nothing.
+template <class Call>
+Exception raisedBy(Call&& call)
+{
+    try {
+        call();
+    } catch (const Exception& exception) {
+        return exception;
+    }
+    ADD_FAILURE() << "nothing was raised";
+    return {};
+}
 
 TEST(Exception, defaultHoldsNoError)
 {
@@ -62,7 +74,7 @@ TEST(Raise, throwsTheTableTextFromItsOwnPlace)
 {
     const LogRecorder recorder;
     const int line = __LINE__ + 2;
-    const Exception failure = failureOf([] {
+    const Exception failure = raisedBy([] {
         raise(LogCategory::TRANSFORM_OPLIST, ErrorIds::OPLIST_BIT_DEPTH_MISMATCH, "first", std::string("second"));
     });
     const std::string message = "Bit depth mismatch between op 'first' and op 'second'";
@@ -76,7 +88,7 @@ TEST(Raise, throwsTheTableTextFromItsOwnPlace)
 
 TEST(Raise, fillsTextsWithOddPlaceholders)
 {
-    const auto messageOf = [](auto&& call) { return failureOf(call).getMessage(); };
+    const auto messageOf = [](auto&& call) { return raisedBy(call).getMessage(); };
     EXPECT_EQ(messageOf([] {
                   raise(LogCategory::XML_ICC_READER, ErrorIds::ICC_READER_UNSUPPORTED_CONNECTION_SPACE, "Luv", "a.icc");
               }),
@@ -99,7 +111,7 @@ TEST(RaiseAfter, wrapsTheLowerFailure)
     const Exception lower("a/b.cpp", 3, ErrorMessage("LOW", 7, "lower"));
     const LogRecorder recorder;
     const Exception failure =
-        failureOf([&] { raiseAfter(lower, LogCategory::XML_RESOLVER, ErrorIds::RESOLVER_LOAD_FAILED, "r", "p"); });
+        raisedBy([&] { raiseAfter(lower, LogCategory::XML_RESOLVER, ErrorIds::RESOLVER_LOAD_FAILED, "r", "p"); });
     EXPECT_EQ(failure.getId(), 7u);
     EXPECT_EQ(failure.getMessage(), "lower: Failed to load reference r: p");
     EXPECT_EQ(failure.getLogMessage(), "a\\b(3): LOW: lower: COLOR:XML:RESOLVER: Failed to load reference r: p");

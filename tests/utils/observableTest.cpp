@@ -45,10 +45,8 @@ TEST(Observable, unknownObserverCannotBeRemoved)
     Counter counter;
     observable.add(&counter);
     observable.remove(&counter);
-    const Exception failure = failureOf([&] { observable.remove(&counter); });
-    EXPECT_EQ(failure.getId(), 0x1020006u);
-    EXPECT_EQ(failure.getMessage(), "Observer not found.");
-    EXPECT_NE(failure.getLogMessage().find("): COLOR:UTILS:PREFERENCES: Observer not found."), std::string::npos);
+    EXPECT_EQ(failureOf([&] { observable.remove(&counter); }),
+              (Failure{0x1020006, "COLOR:UTILS:PREFERENCES", "Observer not found."}));
 }
 
 TEST(Observable, nullObserverIsIgnored)

@@ -49,11 +49,10 @@ TEST(ROI, productsWrapAt32Bits)
 
 TEST(ROI, mismatchMessagePrintsItsSecondTextAsANumber)
 {
-    const Color::Exception failure = failureOf([] {
+    const Failure failure = failureOf([] {
         Color::raise(Color::LogCategory::UTILS_ALL, Color::ErrorIds::ROI_MISMATCH, "active width", "image width");
     });
-    EXPECT_EQ(failure.getId(), 0x1010001u);
-    EXPECT_EQ(failure.getMessage(), "Mismatch between 'active width' and '0' for ROI");
+    EXPECT_EQ(failure, (Failure{0x1010001, "COLOR:UTILS:ALL", "Mismatch between 'active width' and '0' for ROI"}));
 }
 
 } // namespace

@@ -60,6 +60,34 @@ TEST(ChildElementTable, elementsOfOtherOpsAreRefused)
                   ignored("Array", "Range", 2, ": Color::Array not allowed in this element"));
 }
 
+TEST(ChildElementTable, valuesOfACDLNeedTheNodeOfTheirs)
+{
+    const auto expectRefusedInCDL = [](const std::string& name, const std::string& reason) {
+        expectIgnored(Ctf::document(Ctf::op("ASC_CDL", "<" + name + ">x</" + name + ">", " style='v1.2_Fwd'")),
+                      ignored(name, "ASC_CDL", 2, reason));
+    };
+    for (const char* name : {"Slope", "Offset", "Power"}) {
+        expectRefusedInCDL(name, ": Slope, Offset or Power tags not allowed in this element");
+        expectIgnored(
+            Ctf::document(Ctf::op("ASC_CDL", std::string("<SatNode><") + name + "/></SatNode>", " style='v1.2_Fwd'")),
+            ignored(name, "SatNode", 3, ": Slope, Offset or Power tags not allowed in this element"));
+    }
+    expectRefusedInCDL("Saturation", ": Saturation not allowed in this element");
+    expectRefusedInCDL("SatNode2", ": Unknown element");
+}
+
+TEST(ChildElementTable, opInsideAnOpIsIgnoredWithItsArray)
+{
+    const LogRecorder recorder;
+    const auto transform = Ctf::read(Ctf::document(
+        Ctf::op("GamutMap", "<LUT3D interpolation='x'><Array dim='y'>1</Array></LUT3D>", " style='none'")));
+    EXPECT_EQ(transform->getOpList().size(), 1u);
+    EXPECT_THAT(recorder.lines(),
+                ElementsAre(Pair(LOG_LEVEL_DEBUG,
+                                 ignored("LUT3D", "GamutMap", 2, ": The LUT3D's parent can only be a Transform")),
+                            Pair(LOG_LEVEL_DEBUG, ignored("Array", "LUT3D", 3, ""))));
+}
+
 TEST(ChildElementTable, elementsOfOpsAreRefusedInTheTransform)
 {
     expectRefusedInProcessList("Array", ": Color::Array not allowed in this element");
@@ -97,6 +125,12 @@ TEST(ChildElementTable, indexMapStopsTheRead)
                          "Attribute 'IndexMap' not supported in 'test.ctf' line 3");
     Ctf::expectReadFails(Ctf::document("<indexmap/>"), 0x3020011,
                          "Attribute 'IndexMap' not supported in 'test.ctf' line 2");
+}
+
+TEST(ChildElementTable, indexMapStopsTheReadOfALut)
+{
+    Ctf::expectReadFails(Ctf::document(Ctf::op("LUT1D", "<IndexMap dim='2'>1 2</IndexMap>")), 0x3020011,
+                         "Attribute 'IndexMap' not supported in 'test.ctf' line 3");
 }
 
 TEST(ChildElementTable, indexMapInsideALeafIsIgnored)

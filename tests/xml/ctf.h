@@ -50,12 +50,10 @@ const OpClass& getOp(const Color::ColorTransformPtr& transform, std::size_t inde
     return dynamic_cast<const OpClass&>(*transform->getOpList().get(index));
 }
 
-inline void expectFailure(const Color::Exception& failure, Color::ErrorId id, const std::string& message,
+inline void expectFailure(const Failure& failure, Color::ErrorId id, const std::string& message,
                           const std::string& category = "COLOR:XML:READER")
 {
-    EXPECT_EQ(failure.getId(), id);
-    EXPECT_EQ(failure.getMessage(), message);
-    EXPECT_THAT(failure.getLogMessage(), testing::EndsWith("): " + category + ": " + message));
+    EXPECT_EQ(failure, (Failure{id, category, message}));
 }
 
 /// Expects that reading a document fails with exactly this message.

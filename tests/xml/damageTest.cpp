@@ -9,7 +9,8 @@ using namespace Color;
 /// Whatever is done to a good file, reading it either gives a transform or raises a Color::Exception.
 namespace {
 
-const char* const kFiles[] = {"everything_1_6.ctf", "matrix_1_2.ctf", "no_version.ctf", "range.ctf"};
+const char* const kFiles[] = {"everything_1_6.ctf", "curves_1_6.ctf", "grading_1_6.ctf", "luts.ctf",
+                              "matrix_1_2.ctf",     "no_version.ctf", "range.ctf"};
 
 std::string load(const char* name)
 {
@@ -131,5 +132,34 @@ TEST(Damage, elementsMayBeDoubledOrRemoved)
         const bool survivesRemoval = survivesDoubling && std::string(name) != "minInValue";
         EXPECT_EQ(loads(doubled), survivesDoubling) << name;
         EXPECT_EQ(loads(removed), std::string(name) == "Range" || survivesRemoval) << name;
+    }
+}
+
+TEST(Damage, elementsOfAnOpMayBeRemoved)
+{
+    const struct
+    {
+        const char* file;
+        const char* begin;
+        const char* end;
+        bool survives;
+    } rows[] = {
+        {"curves_1_6.ctf", "<GammaParams gamma", "/>", true},
+        {"grading_1_6.ctf", "<ECParams", "/>", true},
+        {"grading_1_6.ctf", "<Slope>", "</Slope>", false},
+        {"grading_1_6.ctf", "<SOPNode>", "</SOPNode>", true},
+        {"grading_1_6.ctf", "<Saturation>", "</Saturation>", true},
+        {"grading_1_6.ctf", "<HueVecParams", "/>", false},
+        {"curves_1_6.ctf", "<LogParams gamma", "/>", false},
+        {"luts.ctf", "<Array dim=\"2 3\"", "</Array>", false},
+        {"luts.ctf", "<Array dim=\"2 2", "</Array>", false},
+        {"luts.ctf", "<Array dim=\"4", "</Array>", false},
+    };
+    for (const auto& row : rows) {
+        std::string text = load(row.file);
+        const std::size_t begin = text.find(row.begin);
+        ASSERT_NE(begin, std::string::npos) << row.begin;
+        text.erase(begin, text.find(row.end, begin) + std::string(row.end).size() - begin);
+        EXPECT_EQ(loads(text), row.survives) << row.begin;
     }
 }

@@ -1,3 +1,10 @@
+#include "transform/CDLOp.h"
+#include "transform/exposureContrastOp.h"
+#include "transform/gammaOp.h"
+#include "transform/hueVectorOp.h"
+#include "transform/logOp.h"
+#include "transform/lut1DOp.h"
+#include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
 #include "xml/xmlTransformReader.h"
@@ -6,32 +13,59 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
+#include <vector>
 
 using namespace Color;
 
 namespace {
 
-/// The first block of XML in the documentation of the format.
-std::string documentedExample()
+/// The blocks of XML in the documentation of the format.
+std::vector<std::string> documentedExamples()
 {
     std::ifstream file(MORVANE_TEST_DATA "/../../docs/ctf.md");
-    std::stringstream text;
-    text << file.rdbuf();
+    std::stringstream stream;
+    stream << file.rdbuf();
+    const std::string text = stream.str();
     const std::string open = "```xml\n";
-    const std::size_t begin = text.str().find(open);
-    if (begin == std::string::npos) return {};
-    const std::size_t end = text.str().find("```", begin + open.size());
-    return text.str().substr(begin + open.size(), end - begin - open.size());
+    std::vector<std::string> examples;
+    for (std::size_t begin = text.find(open); begin != std::string::npos; begin = text.find(open, begin)) {
+        begin += open.size();
+        examples.push_back(text.substr(begin, text.find("```", begin) - begin));
+    }
+    return examples;
+}
+
+ColorTransformPtr read(const std::string& document)
+{
+    std::istringstream stream(document);
+    XMLTransformReader reader;
+    reader.readStream(stream, "docs/ctf.md");
+    return reader.getTransform();
+}
+
+/// The documented example of one op.
+ColorTransformPtr readExample(const std::string& example)
+{
+    return read("<ProcessList id=\"example\" version=\"1.6\">\n" + example + "</ProcessList>");
+}
+
+/// The op of the example that is about this element.
+template <class OpClass>
+boost::shared_ptr<const OpClass> exampleOf(const std::string& element)
+{
+    for (const std::string& example : documentedExamples()) {
+        if (example.rfind("<" + element + " ", 0) != 0) continue;
+        const ColorTransformPtr transform = readExample(example);
+        return {transform, dynamic_cast<const OpClass*>(transform->getOpList().get(0))};
+    }
+    return nullptr;
 }
 
 } // namespace
 
 TEST(Documentation, itsExampleLoadsAsItSays)
 {
-    std::istringstream example(documentedExample());
-    XMLTransformReader reader;
-    reader.readStream(example, "docs/ctf.md");
-    const ColorTransformPtr transform = reader.getTransform();
+    const ColorTransformPtr transform = read(documentedExamples().at(0));
     ASSERT_TRUE(transform);
     EXPECT_EQ(transform->getName(), "Warm print");
     EXPECT_EQ(transform->getDescriptions(), Descriptions{"Cross-talk and exposure of the print, then video levels."});
@@ -47,4 +81,57 @@ TEST(Documentation, itsExampleLoadsAsItSays)
     EXPECT_EQ(range.getOutBitDepth(), BIT_DEPTH_10i);
     EXPECT_EQ(range.getScale(), 876.0);
     EXPECT_EQ(range.getOffset(), 64.0);
+}
+
+TEST(Documentation, itsExampleOfEachOpLoads)
+{
+    std::vector<OpType> types;
+    const std::vector<std::string> examples = documentedExamples();
+    for (std::size_t i = 1; i < examples.size(); ++i) {
+        SCOPED_TRACE(examples[i]);
+        const ColorTransformPtr transform = readExample(examples[i]);
+        ASSERT_EQ(transform->getOpList().size(), 1u);
+        types.push_back(transform->getOpList().get(0)->getOpType());
+    }
+    EXPECT_EQ(types, (std::vector<OpType>{OP_LUT_1D, OP_INVERSE_LUT_1D, OP_LUT_3D, OP_GAMMA, OP_LOG,
+                                          OP_EXPOSURE_CONTRAST, OP_CDL, OP_GAMUT_MAP, OP_HUE_VECTOR, OP_DITHER}));
+}
+
+TEST(Documentation, itsExamplesHoldWhatTheySay)
+{
+    const auto lut1D = exampleOf<Lut1DOp>("LUT1D");
+    ASSERT_TRUE(lut1D);
+    EXPECT_EQ(lut1D->getArray().getLength(), 4u);
+    EXPECT_EQ(lut1D->getArray().getValues()[5], 290.f);
+
+    // Blue varies fastest: an identity.
+    const auto lut3D = exampleOf<Lut3DOp>("LUT3D");
+    ASSERT_TRUE(lut3D);
+    EXPECT_TRUE(lut3D->isNoOp());
+    EXPECT_EQ(lut3D->getInterpolation(), Lut3DOp::INTERPOLATION_TETRAHEDRAL);
+
+    const auto gamma = exampleOf<GammaOp>("Gamma");
+    ASSERT_TRUE(gamma);
+    EXPECT_EQ(gamma->getParams(0), (GammaOp::Params{2.4, 0.055}));
+    EXPECT_EQ(gamma->getParams(2), (GammaOp::Params{2.2, 0.05}));
+    EXPECT_EQ(gamma->getParams(3), (GammaOp::Params{1, 0}));
+
+    const auto log = exampleOf<LogOp>("Log");
+    ASSERT_TRUE(log);
+    EXPECT_EQ(log->getParams(1), (LogOp::Params{0.6, 685, 95, 1, 0}));
+
+    const auto exposureContrast = exampleOf<ExposureContrastOp>("ExposureContrast");
+    ASSERT_TRUE(exposureContrast);
+    EXPECT_EQ(exposureContrast->getExposure()->get(), -0.5);
+    EXPECT_TRUE(exposureContrast->getExposure()->isDynamic());
+    EXPECT_TRUE(exposureContrast->getContrast()->isDynamic());
+
+    const auto cdl = exampleOf<CDLOp>("ASC_CDL");
+    ASSERT_TRUE(cdl);
+    EXPECT_EQ(cdl->getOffset(), (CDLOp::Params{0.01, 0, -0.01}));
+    EXPECT_EQ(cdl->getSaturation(), 0.9);
+
+    const auto hueVector = exampleOf<HueVectorOp>("HueVector");
+    ASSERT_TRUE(hueVector);
+    EXPECT_EQ(hueVector->getParameters(), (HueVectorOp::Params{30, 60, 0.8}));
 }

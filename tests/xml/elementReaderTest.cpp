@@ -50,7 +50,7 @@ protected:
     }
 };
 
-Exception failureOfLines(ElementReader& reader, const std::string& text)
+Failure failureOfLines(ElementReader& reader, const std::string& text)
 {
     std::istringstream stream(text);
     return failureOf([&] { reader.readStream(stream, "test.xml"); });

@@ -5,6 +5,8 @@
 #include "xml/matrixElt.h"
 #include "xml/transformElt.h"
 
+#include <gtest/gtest.h>
+
 using namespace Color;
 using namespace Color::Xml::Reader;
 
@@ -52,8 +54,7 @@ TEST(ElementStack, refusesToGrowWithoutEnd)
     const auto push = [&] { context.stack.push(std::make_unique<DummyElt>("a", context.stack.getTop(), context, "")); };
     for (std::size_t i = 0; i < ElementStack::kMaxDepth; ++i)
         push();
-    const Exception failure = failureOf(push);
-    EXPECT_EQ(failure.getId(), 0x3020001u);
-    EXPECT_EQ(failure.getMessage(), "XML Parsing error (Elements nested too deeply) line 9: deep.ctf");
+    EXPECT_EQ(failureOf(push), (Failure{0x3020001, "COLOR:XML:READER",
+                                        "XML Parsing error (Elements nested too deeply) line 9: deep.ctf"}));
     EXPECT_EQ(context.stack.getSize(), ElementStack::kMaxDepth);
 }

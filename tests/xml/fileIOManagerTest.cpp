@@ -1,6 +1,7 @@
 #include "xml/fileIOManager.h"
 
 #include "tests/xml/ctf.h"
+#include "tests/xml/halvorn.h"
 #include "tests/xml/temporaryDirectory.h"
 
 #include <sys/socket.h>
@@ -12,9 +13,17 @@ using namespace Color;
 TEST(FileIOManager, listsWhatItReads)
 {
     const auto& extensions = FileIOManager::getSupportedExtensions();
-    ASSERT_EQ(extensions.size(), 1u);
-    EXPECT_EQ(extensions[0].extension, "ctf");
-    EXPECT_EQ(extensions[0].description, "ctf");
+    std::vector<std::string> texts;
+    for (const auto& entry : extensions)
+        texts.push_back(entry.extension + ": " + entry.description);
+    EXPECT_EQ(texts, (std::vector<std::string>{
+                         "ctf: ctf",
+                         "cdl: ASC CDL color decision list XML format",
+                         "ccc: ASC CDL color correction collection XML format",
+                         "cc: CDL fragment format",
+                         "lut: Halvorn 1d-LUT format",
+                         "3dl: Halvorn 3d-LUT format",
+                     }));
     EXPECT_EQ(&extensions, &FileIOManager::getSupportedExtensions());
 }
 
@@ -23,6 +32,8 @@ TEST(FileIOManager, judgesByTheExtensionOfAFileThatNeedNotExist)
     EXPECT_TRUE(FileIOManager::isFileSupported("/no/such/a.ctf"));
     EXPECT_TRUE(FileIOManager::isFileSupported("a.xml"));
     EXPECT_FALSE(FileIOManager::isFileSupported("a.CTF"));
+    for (const char* name : {"a.cdl", "A.CDL", "a.ccc", "a.cc", "/no/such/a.lut", "a.LUT", "a.3dl", "a.3DL"})
+        EXPECT_TRUE(FileIOManager::isFileSupported(name)) << name;
     EXPECT_FALSE(FileIOManager::isFileSupported("a.png"));
     EXPECT_FALSE(FileIOManager::isFileSupported("a"));
 }
@@ -31,6 +42,34 @@ TEST(FileIOManager, loadsAFile)
 {
     EXPECT_EQ(FileIOManager::load(MORVANE_TEST_DATA "/ctf/range.ctf")->getId(), "clamp");
     EXPECT_EQ(FileIOManager::load(MORVANE_TEST_DATA "/ctf/range.xml")->getId(), "clamp");
+}
+
+TEST(FileIOManager, loadsWhatOtherFormatsHold)
+{
+    const auto opTypeOf = [](const std::string& path) {
+        return FileIOManager::load(path)->getOpList().get(0)->getOpType();
+    };
+    EXPECT_EQ(opTypeOf(MORVANE_TEST_DATA "/cdl/show.cdl"), OP_CDL);
+    EXPECT_EQ(opTypeOf(MORVANE_TEST_DATA "/cdl/looks.ccc"), OP_CDL);
+    EXPECT_EQ(opTypeOf(MORVANE_TEST_DATA "/cdl/shot.cc"), OP_CDL);
+    EXPECT_EQ(opTypeOf(MORVANE_TEST_DATA "/halvorn/negative.lut"), OP_LUT_1D);
+    const TemporaryDirectory directory;
+    EXPECT_EQ(opTypeOf(directory.write("a.3dl", Halvorn::times(Halvorn::kRows, "1 2 3\n"))), OP_LUT_3D);
+}
+
+TEST(FileIOManager, failuresAreThoseOfTheOneReader)
+{
+    const TemporaryDirectory directory;
+    const auto expectFails = [](const std::string& path, ErrorId id, const std::string& message, const char* category) {
+        Ctf::expectFailure(failureOf([&] { FileIOManager::load(path); }), id, message, category);
+    };
+    const std::string cdl = directory.write("a.cdl", "<ColorDecisionList>\n</ColorDecisionList>\n");
+    const std::string lut = directory.write("a.LUT", "LUT: 2 256\n");
+    const std::string cube = directory.write("a.3dl", "1 2 3\n");
+    expectFails(cdl, 0x302001a, "No color operators found in file: " + cdl, "COLOR:XML:READER");
+    expectFails(lut, 0x3090002, "Error reading file: Syntax error reading LUT file in " + lut,
+                "COLOR:XML:HALVORN_1D_READER");
+    expectFails(cube, 0x30a0004, "3d-LUT must have 17x17x17 rows of values: " + cube, "COLOR:XML:HALVORN_3D_READER");
 }
 
 TEST(FileIOManager, failuresNameThePath)

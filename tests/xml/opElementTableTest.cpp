@@ -1,6 +1,15 @@
 #include "xml/opElementTable.h"
 
 #include "tests/xml/ctf.h"
+#include "xml/CDLElt.h"
+#include "xml/ditherElt.h"
+#include "xml/exposureContrastElt.h"
+#include "xml/gammaElt.h"
+#include "xml/gamutMapElt.h"
+#include "xml/hueVectorElt.h"
+#include "xml/logElt.h"
+#include "xml/lut1DElt.h"
+#include "xml/lut3DElt.h"
 #include "xml/matrixElt.h"
 #include "xml/rangeElt.h"
 
@@ -30,7 +39,40 @@ protected:
         return typeid(made) == typeid(Elt);
     }
 
+    /// Expects that only versions up to a boundary make the old form, and those above it up to 1.6 the recent one.
+    template <class OldElt, class RecentElt>
+    void expectChange(OpType type, float boundary)
+    {
+        for (const float version : {-kInfinity, -1.f, 0.f, 1.f, 1.2f, boundary}) {
+            EXPECT_TRUE(makes<OldElt>(type, version)) << version;
+        }
+        for (const float version : {std::nextafter(boundary, 2.f), boundary + 0.05f, 1.5f, 1.6f}) {
+            EXPECT_TRUE(makes<RecentElt>(type, version)) << version;
+        }
+        EXPECT_EQ(make(type, kAboveHighest), nullptr);
+    }
+
+    template <class Elt>
+    void expectInEveryVersion(OpType type)
+    {
+        expectChange<Elt, Elt>(type, 1.2f);
+    }
+
+    template <class Elt>
+    void expectFrom(OpType type, float first)
+    {
+        for (const float version : {-kInfinity, 0.f, 1.2f, std::nextafter(first, 0.f)}) {
+            EXPECT_EQ(make(type, version), nullptr) << version;
+        }
+        for (const float version : {first, std::nextafter(first, 2.f), first + 0.05f, 1.5f, 1.6f}) {
+            EXPECT_TRUE(makes<Elt>(type, version)) << version;
+        }
+        EXPECT_EQ(make(type, kAboveHighest), nullptr);
+    }
+
 private:
+    static constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const float kAboveHighest = std::nextafter(1.6f, 2.f);
     ReadContext m_context;
     TransformElt m_parent{"ProcessList", m_context};
 };
@@ -62,25 +104,28 @@ TEST_F(OpElementTable, otherNamesAreNoOpElements)
     }
 }
 
-TEST_F(OpElementTable, matrixChangesItsFormAboveVersion_1_2)
+TEST_F(OpElementTable, someOpsChangeTheirFormAboveAVersion)
 {
-    const float infinity = std::numeric_limits<float>::infinity();
-    for (const float version : {-infinity, -1.f, 0.f, 1.f, 1.2f}) {
-        EXPECT_TRUE(makes<MatrixElt>(OP_MATRIX, version)) << version;
-    }
-    for (const float version : {std::nextafter(1.2f, 2.f), 1.25f, 1.3f, 1.35f, 1.6f}) {
-        EXPECT_TRUE(makes<MatrixElt_1_3>(OP_MATRIX, version)) << version;
-    }
-    EXPECT_EQ(make(OP_MATRIX, std::nextafter(1.6f, 2.f)), nullptr);
+    expectChange<MatrixElt, MatrixElt_1_3>(OP_MATRIX, 1.2f);
+    expectChange<Lut1DElt, Lut1DElt_1_4>(OP_LUT_1D, 1.3f);
+    expectChange<GammaElt, GammaElt_1_5>(OP_GAMMA, 1.4f);
 }
 
-TEST_F(OpElementTable, rangeIsInEveryVersion)
+TEST_F(OpElementTable, someOpsAreInEveryVersion)
 {
-    const float infinity = std::numeric_limits<float>::infinity();
-    for (const float version : {-infinity, 0.f, 1.2f, 1.35f, 1.6f}) {
-        EXPECT_TRUE(makes<RangeElt>(OP_RANGE, version)) << version;
-    }
-    EXPECT_EQ(make(OP_RANGE, std::nextafter(1.6f, 2.f)), nullptr);
+    expectInEveryVersion<RangeElt>(OP_RANGE);
+    expectInEveryVersion<Lut3DElt>(OP_LUT_3D);
+    expectInEveryVersion<ExposureContrastElt>(OP_EXPOSURE_CONTRAST);
+}
+
+TEST_F(OpElementTable, someOpsBeginWithAVersion)
+{
+    expectFrom<InvLut1DElt>(OP_INVERSE_LUT_1D, 1.3f);
+    expectFrom<LogElt>(OP_LOG, 1.3f);
+    expectFrom<CDLElt>(OP_CDL, 1.3f);
+    expectFrom<DitherElt>(OP_DITHER, 1.3f);
+    expectFrom<GamutMapElt>(OP_GAMUT_MAP, 1.4f);
+    expectFrom<HueVectorElt>(OP_HUE_VECTOR, 1.4f);
 }
 
 TEST_F(OpElementTable, versionsThatCannotHoldAnOpAreRefused)
@@ -101,4 +146,12 @@ TEST_F(OpElementTable, versionsThatCannotHoldAnOpAreRefused)
                              std::string("Unsupported transform file version '") + row.shown + "' for Op '" + row.name +
                                  "' line 2: test.ctf");
     }
+}
+
+TEST_F(OpElementTable, opNamesAreReadInAnyCase)
+{
+    const auto transform = Ctf::read(Ctf::document(Ctf::op("lut3d", "<ARRAY dim='1 1 1 3'>1 2 3</ARRAY>") +
+                                                   Ctf::op("gamutmap", "", " STYLE='none'")));
+    EXPECT_EQ(transform->getOpList().get(0)->getOpType(), OP_LUT_3D);
+    EXPECT_EQ(transform->getOpList().get(1)->getOpType(), OP_GAMUT_MAP);
 }

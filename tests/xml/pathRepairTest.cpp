@@ -71,9 +71,9 @@ TEST_F(PathRepair, reportsFailuresOfTheFileSystem)
 {
     m_root.write("shared/2015.1/a.ctf");
     const std::string path = "/Brelwick/Tandrel/Morvane/" + std::string(300, 'n') + ".ctf";
-    const Color::Exception failure = failureOf([&] { repair(path); });
-    EXPECT_EQ(failure.getId(), 0x3060004u);
-    EXPECT_THAT(failure.getMessage(), testing::StartsWith("Filesystem error for '" + path + "': '"));
-    EXPECT_THAT(failure.getMessage(), testing::HasSubstr("File name too long"));
-    EXPECT_THAT(failure.getLogMessage(), testing::HasSubstr("COLOR:XML:IO_READER: Filesystem error"));
+    const Failure failure = failureOf([&] { repair(path); });
+    EXPECT_EQ(failure.id, 0x3060004u);
+    EXPECT_THAT(failure.message, testing::StartsWith("Filesystem error for '" + path + "': '"));
+    EXPECT_THAT(failure.message, testing::HasSubstr("File name too long"));
+    EXPECT_EQ(failure.category, "COLOR:XML:IO_READER");
 }

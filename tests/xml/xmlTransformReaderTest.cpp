@@ -128,7 +128,7 @@ TEST(XMLTransformReader, refusesADocumentWithoutProcessList)
         expectBufferFails(text, 0x3010001, "Transform invalid", "COLOR:XML:ALL");
     }
     XMLTransformReader reader;
-    EXPECT_EQ(failureOf([&] { reader.readBuffer(nullptr); }).getMessage(), "Transform invalid");
+    EXPECT_EQ(failureOf([&] { reader.readBuffer(nullptr); }).message, "Transform invalid");
 }
 
 TEST(XMLTransformReader, opNeedsAProcessListAroundIt)
@@ -181,7 +181,7 @@ TEST(XMLTransformReader, opInsideAnOpIsIgnoredWithItsContent)
 TEST(XMLTransformReader, opAsRootIsIgnored)
 {
     const LogRecorder recorder;
-    EXPECT_EQ(failureOf([] { Ctf::read("<Matrix/>"); }).getId(), 0x3010002u);
+    EXPECT_EQ(failureOf([] { Ctf::read("<Matrix/>"); }).id, 0x3010002u);
     ASSERT_EQ(recorder.lines().size(), 2u);
     EXPECT_EQ(recorder.lines()[0].second, "Ignore element 'Matrix' (line 1) where its parent is 'Unknown' (line 0) "
                                           "test.ctf: : The Matrix's parent can only be a Transform");
@@ -223,7 +223,7 @@ TEST(XMLTransformReader, canBeUsedAgain)
     ASSERT_NE(first, nullptr);
 
     std::istringstream bad("<ProcessList id='u' version='1.6'>\n<Range inBitDepth='8i' outBitDepth='8i'/>");
-    EXPECT_EQ(failureOf([&] { reader.readStream(bad, "bad.ctf"); }).getMessage(),
+    EXPECT_EQ(failureOf([&] { reader.readStream(bad, "bad.ctf"); }).message,
               "XML Parsing error (no closing tag for 'ProcessList') line 2: bad.ctf");
     EXPECT_EQ(reader.getTransform(), nullptr);
 
@@ -232,7 +232,7 @@ TEST(XMLTransformReader, canBeUsedAgain)
     EXPECT_NE(reader.getTransform(), first);
     EXPECT_EQ(first->getOpList().size(), 1u);
 
-    EXPECT_EQ(failureOf([&] { reader.readFile("/no/such.ctf"); }).getMessage(), "File open failed: /no/such.ctf");
+    EXPECT_EQ(failureOf([&] { reader.readFile("/no/such.ctf"); }).message, "File open failed: /no/such.ctf");
     EXPECT_EQ(reader.getTransform(), nullptr);
 }
 
@@ -243,7 +243,7 @@ TEST(XMLTransformReader, failureLetsGoOfEverything)
     reader.readStream(good, "good.ctf");
     const boost::weak_ptr<Transform> watched = reader.getTransform();
     ASSERT_FALSE(watched.expired());
-    EXPECT_EQ(failureOf([&] { reader.readBuffer("<a>"); }).getId(), 0x3020004u);
+    EXPECT_EQ(failureOf([&] { reader.readBuffer("<a>"); }).id, 0x3020004u);
     EXPECT_TRUE(watched.expired());
 }
 
@@ -294,7 +294,7 @@ TEST(XMLTransformReader, takesUtf16OnOneLineOnly)
 {
     EXPECT_EQ(readOneLine(asUtf16(withoutNewlines(kGood)))->getId(), "t");
     // A line ends at its newline byte, which shifts the characters after it by a byte and makes text of the markup.
-    EXPECT_EQ(failureOf([] { readOneLine(asUtf16(kGood)); }).getId(), 0x3020005u);
+    EXPECT_EQ(failureOf([] { readOneLine(asUtf16(kGood)); }).id, 0x3020005u);
 }
 
 TEST(XMLTransformReader, refusesNullCharacters)
@@ -316,11 +316,11 @@ TEST(XMLTransformReader, takesAnAttributeOfTenMegabytes)
 TEST(XMLTransformReader, cutsTheMessageOfALongValue)
 {
     const std::string value(10'000'000, 'v');
-    const Exception failure = failureOf(
+    const Failure failure = failureOf(
         [&] { Ctf::read(Ctf::document("<Range inBitDepth='8i' outBitDepth='8i' bypass='" + value + "'/>")); });
-    EXPECT_EQ(failure.getId(), 0x3020024u);
+    EXPECT_EQ(failure.id, 0x3020024u);
     const std::string begin = "Illegal 'Range' bypass attribute '";
-    EXPECT_EQ(failure.getMessage(), begin + std::string(1023 - begin.size(), 'v'));
+    EXPECT_EQ(failure.message, begin + std::string(1023 - begin.size(), 'v'));
 }
 
 TEST(XMLTransformReader, chunkMayBeLongerThanWhatExpatTakesAtOnce)
@@ -362,7 +362,7 @@ TEST(XMLTransformReader, takesElementsNestedAsDeeplyAsAllowed)
 TEST(XMLTransformReader, logsFailuresAtLevelDebug)
 {
     const LogRecorder recorder;
-    EXPECT_EQ(failureOf([] { Ctf::read(Ctf::document("hello")); }).getId(), 0x3020005u);
+    EXPECT_EQ(failureOf([] { Ctf::read(Ctf::document("hello")); }).id, 0x3020005u);
     ASSERT_EQ(recorder.lines().size(), 1u);
     EXPECT_EQ(recorder.lines()[0].first, LOG_LEVEL_DEBUG);
     EXPECT_THAT(recorder.lines()[0].second, HasSubstr("COLOR:XML:READER: XML Parsing error: Attribute end 'hello'"));

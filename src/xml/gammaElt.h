@@ -1,0 +1,33 @@
+#pragma once
+
+#include "transform/gammaOp.h"
+#include "xml/styledOpElt.h"
+
+namespace Color::Xml::Reader {
+
+class GammaParamsElt;
+
+/// Gamma as files up to version 1.4 have it: alpha has no parameters of its own.
+class GammaElt : public StyledOpElt<GammaOp>
+{
+public:
+    GammaElt(const std::string& name, TransformElt& parent, const ReadContext& context);
+
+    void start(Attributes attributes) override;
+    /// Alpha becomes the identity.
+    void end() override;
+
+    virtual std::unique_ptr<GammaParamsElt> createGammaParamsElt(const std::string& name, const ReadContext& context);
+};
+
+/// Gamma from version 1.5 on, with parameters for alpha.
+class GammaElt_1_5 : public GammaElt
+{
+public:
+    using GammaElt::GammaElt;
+
+    void end() override;
+    std::unique_ptr<GammaParamsElt> createGammaParamsElt(const std::string& name, const ReadContext& context) override;
+};
+
+} // namespace Color::Xml::Reader

@@ -1,0 +1,1 @@
+<!DOCTYPE a [<!ENTITY e "1 1 1"><!ENTITY x SYSTEM "file:///etc/hostname">]><ColorCorrection><SOPNode><Slope>&e;</Slope><Offset>&e;</Offset><Power>&e;</Power><Description>&x;</Description></SOPNode></ColorCorrection>

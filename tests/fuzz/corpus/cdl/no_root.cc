@@ -1,0 +1,1 @@
+<ProcessList id="a"/>

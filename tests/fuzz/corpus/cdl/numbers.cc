@@ -1,0 +1,1 @@
+<ColorCorrection><SOPNode><Slope>1e999,0x1p3 nan</Slope><Offset>-1e-999 +.5 1.</Offset><Power>1 1 1e</Power></SOPNode></ColorCorrection>
