@@ -2,16 +2,38 @@
 
 #include "morvane/parameterCheck.h"
 #include "morvane/transformImpl.h"
+#include "morvane/writerSink.h"
 #include "utils/statusImpl.h"
 #include "xml/fileIOManager.h"
 #include "xml/xmlTransformReader.h"
+#include "xml/xmlTransformWriter.h"
+
+#include <boost/iostreams/stream.hpp>
 
 namespace Morvane_2015_1_42 {
+
+namespace {
+
+/// What is saved of a transform. The model keeps references as references, so its stored content is also what an object
+/// prepares for a save. Throws 0x3030001 when there is none.
+Color::ColorTransformPtr requireModel(const TransformPtr& transform)
+{
+    const Color::ColorTransformPtr model = Impl::Transform::modelOf(transform);
+    if (!model) Color::raise(Color::LogCategory::XML_WRITER, Color::ErrorIds::WRITER_TRANSFORM_NULL);
+    return model;
+}
+
+} // namespace
 
 SupportedExtensionsCallBack::SupportedExtensionsCallBack() = default;
 SupportedExtensionsCallBack::SupportedExtensionsCallBack(const SupportedExtensionsCallBack&) = default;
 SupportedExtensionsCallBack& SupportedExtensionsCallBack::operator=(const SupportedExtensionsCallBack&) = default;
 SupportedExtensionsCallBack::~SupportedExtensionsCallBack() = default;
+
+TransformWriterCallback::TransformWriterCallback() = default;
+TransformWriterCallback::TransformWriterCallback(const TransformWriterCallback&) = default;
+TransformWriterCallback& TransformWriterCallback::operator=(const TransformWriterCallback&) = default;
+TransformWriterCallback::~TransformWriterCallback() = default;
 
 MorvaneStatus loadColorTransform(const char* path, TransformPtr& result)
 {
@@ -28,6 +50,33 @@ MorvaneStatus loadColorTransformFromBuffer(const char* text, TransformPtr& resul
         Color::XMLTransformReader reader;
         reader.readBuffer(text);
         result.reset(new Impl::Transform(reader.getTransform()));
+    });
+}
+
+MorvaneStatus saveColorTransform(const char* path, bool /* overwrite: nothing is refused */,
+                                 const TransformPtr& transform)
+{
+    return Color::statusOf([&] {
+        Impl::requireParameter(path, "path");
+        Color::XMLTransformWriter().write(requireModel(transform), path);
+    });
+}
+
+MorvaneStatus saveColorTransformToBuffer(TransformWriterCallback& callback, const TransformPtr& transform)
+{
+    return Color::statusOf([&] {
+        const Color::ColorTransformPtr model = requireModel(transform);
+        constexpr std::streamsize bufferSize = 4096;
+        using Sink = Impl::WriterSink<TransformWriterCallback>;
+        boost::iostreams::stream<Sink> stream(Sink(callback), bufferSize);
+        stream.exceptions(std::ios::badbit | std::ios::failbit);
+        try {
+            Color::XMLTransformWriter().write(model, stream);
+            stream.flush();
+        } catch (const std::ios_base::failure&) {
+            stream->rethrowFailure();
+            throw;
+        }
     });
 }
 
