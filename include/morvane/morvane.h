@@ -22,6 +22,7 @@
 #include "morvane/finalize.h"
 #include "morvane/geometry.h"
 #include "morvane/gpuAdaptor.h"
+#include "morvane/halfFlags.h"
 #include "morvane/mixingSliderUnits.h"
 #include "morvane/pixelFormat.h"
 #include "morvane/roi.h"

@@ -91,8 +91,19 @@ public:
     /// per operator in order, titled by its type, such as "Matrix". An operator has "Bypass" with the value "true" when
     /// it is bypassed, "Description" for each description, and its parameters:
     ///
+    /// - LUT 1D, Inverse LUT 1D: "Interpolation", "Half Domain" and "Raw Halfs" with the value "true" where they are
+    ///   set, "Hue Adjustment", "Array Dimension" (the number of entries).
+    /// - LUT 3D: "Interpolation", "Array Dimension" (the number of grid points per axis).
     /// - Matrix: "Array Row 1" and so on with the values of a row; "Offsets" when an offset is not 0.
     /// - Range: "Min Input Value", "Min Output Value", "Max Input Value", "Max Output Value", each where it is set.
+    /// - Gamma: "Gamma Style", "gamma", for a moncurve style "offset": one value when red, green and blue share it and
+    ///   alpha stays as it is, else red, green, blue, and alpha where it does not stay as it is.
+    /// - Exposure/Contrast: "E/C Style", "Exposure", "Contrast", "Pivot", as they are at this moment.
+    /// - Log: "Log Style", for the two styles that have them "RefWhite", "RefBlack", "Highlight", "Shadow": one value
+    ///   when red, green and blue share it, else red, green, blue.
+    /// - ASC CDL: "CDL Style", "Slope", "Offset", "Power" with a value each for red, green and blue.
+    /// - GamutMap: "Gamut Map Style". HueVector: "Hue Vector Style", "Parameter Style", "Center", "Width", "Amount".
+    ///   Function: "Function Style".
     ///
     /// Numbers are the shortest text that reads back to the same value; several are separated by blanks.
     virtual MorvaneStatus describe(ContentCallbacks& callbacks) const = 0;

@@ -1,39 +1,15 @@
+#include "tests/api/descriptionRecorder.h"
 #include "tests/api/hostTools.h"
+
+#include <algorithm>
 
 using namespace Morvane;
 
 namespace {
 
-/// Writes down everything that describe() tells, one line each, indented by depth of section.
-class Recorder : public Transform::ContentCallbacks
-{
-public:
-    void beginSection(const char* title) override
-    {
-        add(std::string("[") + title);
-        m_indent += "  ";
-    }
-
-    void endSection() override
-    {
-        m_indent.resize(m_indent.size() - 2);
-        add("]");
-    }
-
-    void addField(const char* label, const char* value) override { add(std::string(label) + " = " + value); }
-
-    const std::vector<std::string>& lines() const { return m_lines; }
-
-private:
-    void add(const std::string& text) { m_lines.push_back(m_indent + text); }
-
-    std::string m_indent;
-    std::vector<std::string> m_lines;
-};
-
 std::vector<std::string> describe(const TransformPtr& transform)
 {
-    Recorder recorder;
+    DescriptionRecorder recorder;
     EXPECT_TRUE(succeeds(transform->describe(recorder)));
     return recorder.lines();
 }
@@ -136,6 +112,117 @@ TEST(describe, showsAnOffsetOfAlphaAlone)
     const Lines lines = describe(transform);
     ASSERT_EQ(lines.size(), 12u);
     EXPECT_EQ(lines[9], "    Offsets = 0 0 0 0.5");
+}
+
+TEST(describe, tellsThe1DLut)
+{
+    const std::vector<float> values(65536, 0.5f);
+    TransformPtr transform;
+    ASSERT_TRUE(succeeds(Create1DLutTransformFromFloat(BIT_DEPTH_10i, BIT_DEPTH_16f, 1024, values.data(), values.data(),
+                                                       values.data(), HALF_FLAGS_NONE, transform)));
+    EXPECT_EQ(describe(transform), (Lines{
+                                       "[Transform",
+                                       "  Input Descriptor = ",
+                                       "  Output Descriptor = ",
+                                       "  Nickname = none",
+                                       "  [LUT 1D",
+                                       "    Interpolation = default",
+                                       "    Hue Adjustment = none",
+                                       "    Array Dimension = 1024",
+                                       "  ]",
+                                       "]",
+                                   }));
+    ASSERT_TRUE(
+        succeeds(Create1DLutTransformFromFloat(BIT_DEPTH_16f, BIT_DEPTH_16f, 65536, values.data(), values.data(),
+                                               values.data(), HALF_FLAGS_HALF_DOMAIN_RAW_HALFS, transform)));
+    EXPECT_EQ(describe(transform), (Lines{
+                                       "[Transform",
+                                       "  Input Descriptor = ",
+                                       "  Output Descriptor = ",
+                                       "  Nickname = none",
+                                       "  [LUT 1D",
+                                       "    Interpolation = default",
+                                       "    Half Domain = true",
+                                       "    Raw Halfs = true",
+                                       "    Hue Adjustment = none",
+                                       "    Array Dimension = 65536",
+                                       "  ]",
+                                       "]",
+                                   }));
+}
+
+TEST(describe, tellsTheInverse1DLut)
+{
+    const float values[3] = {0, 1, 2};
+    TransformPtr transform;
+    ASSERT_TRUE(succeeds(Create1DLutTransformFromFloat(BIT_DEPTH_32f, BIT_DEPTH_32f, 3, values, values, values,
+                                                       HALF_FLAGS_NONE, transform)));
+    ASSERT_TRUE(succeeds(transform->inverse(transform)));
+    const Lines lines = describe(transform);
+    const auto section = std::find(lines.begin(), lines.end(), "  [Inverse LUT 1D");
+    ASSERT_NE(section, lines.end());
+    EXPECT_EQ(Lines(section, lines.end()), (Lines{
+                                               "  [Inverse LUT 1D",
+                                               "    Interpolation = default",
+                                               "    Hue Adjustment = none",
+                                               "    Array Dimension = 3",
+                                               "  ]",
+                                               "]",
+                                           }));
+}
+
+TEST(describe, tellsThe3DLutAndTheDither)
+{
+    const float values[24] = {};
+    TransformPtr lut;
+    ASSERT_TRUE(succeeds(Create3DLutTransformFromFloat(BIT_DEPTH_32f, BIT_DEPTH_32f, 2, values, lut)));
+    TransformPtr dither;
+    ASSERT_TRUE(succeeds(CreateDitherTransform(BIT_DEPTH_32f, BIT_DEPTH_32f, BIT_DEPTH_8i, dither)));
+    TransformPtr both;
+    ASSERT_TRUE(succeeds(concatenateTransforms(lut, dither, both)));
+    EXPECT_EQ(describe(both), (Lines{
+                                  "[Transform",
+                                  "  Input Descriptor = ",
+                                  "  Output Descriptor = ",
+                                  "  Nickname = none",
+                                  "  [LUT 3D",
+                                  "    Interpolation = default",
+                                  "    Array Dimension = 2",
+                                  "  ]",
+                                  "  [Dither",
+                                  "  ]",
+                                  "]",
+                              }));
+}
+
+TEST(describe, tellsTheExposureOfThisMoment)
+{
+    TransformPtr transform;
+    ASSERT_TRUE(succeeds(createStockTransform(STOCK_TRANSFORM_RAW, transform)));
+    DynamicProperty exposure(DynamicProperty::EXPOSURE);
+    exposure.setValue(-1.3);
+    ASSERT_TRUE(succeeds(transform->setDynamicProperty(exposure)));
+    EXPECT_EQ(describe(transform),
+              (Lines{
+                  "[Transform",
+                  "  Input Descriptor = ",
+                  "  Output Descriptor = ",
+                  "  Nickname = Stock Raw Transform",
+                  "  Description = Identity transform with linear dynamic exposure contrast controls.",
+                  "  [Exposure/Contrast",
+                  "    E/C Style = linear",
+                  "    Exposure = -1.3",
+                  "    Contrast = 1",
+                  "    Pivot = 1",
+                  "  ]",
+                  "  [Matrix",
+                  "    Array Row 1 = 1 0 0 0",
+                  "    Array Row 2 = 0 1 0 0",
+                  "    Array Row 3 = 0 0 1 0",
+                  "    Array Row 4 = 0 0 0 1",
+                  "  ]",
+                  "]",
+              }));
 }
 
 TEST(describe, emptyTransformHasItsOwnFieldsAlone)

@@ -13,8 +13,11 @@
 /// Passes for a status of success without a message.
 ::testing::AssertionResult succeeds(Morvane::MorvaneStatus status);
 
-/// Passes for a status of exactly this code and message.
+/// Passes for a status of exactly this code and message. "<id>" in the message stands for any UUID.
 ::testing::AssertionResult failsWith(Morvane::MorvaneStatus status, Morvane::ErrorId code, const std::string& message);
+
+/// Hexadecimal digits in groups of 8, 4, 4, 4 and 12, joined by hyphens.
+bool isUuid(const std::string& text);
 
 /// A 32f transform with these factors for red, green, blue and alpha, and the offsets, none by default.
 Morvane::TransformPtr makeScale(std::array<float, 4> factors, std::array<float, 4> offsets = {});
@@ -28,6 +31,17 @@ std::string document(const std::string& children, const std::string& attributes 
 /// Finalizes for the CPU alone with the default flags.
 Morvane::MorvaneStatus finalizeForCPU(const Morvane::TransformPtr& transform, Morvane::PixelFormat in,
                                       Morvane::PixelFormat out);
+
+/// The result of one pixel of four samples through the transform, finalized here for the two formats.
+template <class Out, class In>
+std::array<Out, 4> convertPixel(const Morvane::TransformPtr& transform, Morvane::PixelFormat in,
+                                Morvane::PixelFormat out, std::array<In, 4> pixel)
+{
+    std::array<Out, 4> result{};
+    EXPECT_TRUE(succeeds(finalizeForCPU(transform, in, out)));
+    EXPECT_TRUE(succeeds(transform->apply(pixel.data(), Morvane::ROI(0, 0, 1, 1), result.data())));
+    return result;
+}
 
 /// The result of one PF_RGBA_32f pixel through a transform that is finalized for that format on both sides.
 std::array<float, 4> applyToPixel(const Morvane::TransformPtr& transform, std::array<float, 4> pixel);

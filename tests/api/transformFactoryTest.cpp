@@ -1,25 +1,11 @@
 #include "tests/api/hostTools.h"
 
-#include <cctype>
-#include <limits>
-
 using namespace Morvane;
 
 namespace {
 
 const float kMatrix3x3[9] = {1, 2, 3, 4, 5, 6, 7, 8, 9};
 const float kOffsets3[3] = {0.5f, 1.f, 1.5f};
-
-/// Hexadecimal digits in groups of 8, 4, 4, 4 and 12, joined by hyphens.
-bool isUuid(const std::string& text)
-{
-    if (text.size() != 36) return false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool hyphen = i == 8 || i == 13 || i == 18 || i == 23;
-        if (hyphen ? text[i] != '-' : !std::isxdigit(static_cast<unsigned char>(text[i]))) return false;
-    }
-    return true;
-}
 
 } // namespace
 
@@ -99,12 +85,10 @@ TEST(createMatrixTransform, refusesDepthsThatAreNone)
     const BitDepth none[] = {BIT_DEPTH_UNKNOWN, BitDepth(1), BitDepth(0x3000), BitDepth(0xffffffff)};
     for (const BitDepth depth : none) {
         TransformPtr result;
-        MorvaneStatus status = CreateMatrixTransform(depth, BIT_DEPTH_8i, kMatrix3x3, kOffsets3, false, result);
-        EXPECT_EQ(status.getErrorCode(), 0x2010001u);
-        EXPECT_EQ(std::string(status.getErrorMessage()).find("'InBitDepth' attribute missing in "), 0u);
-        status = CreateMatrixTransform(BIT_DEPTH_8i, depth, kMatrix3x3, kOffsets3, false, result);
-        EXPECT_EQ(status.getErrorCode(), 0x2010001u);
-        EXPECT_EQ(std::string(status.getErrorMessage()).find("'OutBitDepth' attribute missing in "), 0u);
+        EXPECT_TRUE(failsWith(CreateMatrixTransform(depth, BIT_DEPTH_8i, kMatrix3x3, kOffsets3, false, result),
+                              0x2010001, "'InBitDepth' attribute missing in <id>"));
+        EXPECT_TRUE(failsWith(CreateMatrixTransform(BIT_DEPTH_8i, depth, kMatrix3x3, kOffsets3, false, result),
+                              0x2010001, "'OutBitDepth' attribute missing in <id>"));
         EXPECT_FALSE(result);
     }
 }
@@ -124,10 +108,27 @@ TEST(createStockTransform, identityLeavesPixelsAlone)
     EXPECT_EQ(applyToPixel(transform, {-1, 0.1f, 70000, 2}), (std::array<float, 4>{-1, 0.1f, 70000, 2}));
 }
 
+TEST(createStockTransform, rawLeavesPixelsAloneUntilAHostSetsItsExposureOrContrast)
+{
+    TransformPtr transform;
+    ASSERT_TRUE(succeeds(createStockTransform(STOCK_TRANSFORM_RAW, transform)));
+    EXPECT_TRUE(isUuid(transform->getId()));
+    EXPECT_STREQ(transform->getName(), "Stock Raw Transform");
+    EXPECT_STREQ(transform->getDescription(), "Identity transform with linear dynamic exposure contrast controls.");
+    EXPECT_STREQ(transform->getInputDescriptor(), "");
+    EXPECT_STREQ(transform->getOutputDescriptor(), "");
+    EXPECT_EQ(transform->getInputBitDepth(), BIT_DEPTH_16f);
+    EXPECT_EQ(transform->getOutputBitDepth(), BIT_DEPTH_16f);
+    ASSERT_TRUE(succeeds(finalizeForCPU(transform, PF_RGBA_32f, PF_RGBA_32f)));
+    EXPECT_EQ(applyToPixel(transform, {-1, 0.1f, 70000, 2}), (std::array<float, 4>{-1, 0.1f, 70000, 2}));
+}
+
 TEST(createStockTransform, valueThatIsNoneGivesATransformWithoutOps)
 {
     TransformPtr transform;
     ASSERT_TRUE(succeeds(createStockTransform(StockTransform(77), transform)));
+    EXPECT_TRUE(isUuid(transform->getId()));
+    EXPECT_STREQ(transform->getName(), "none");
     TransformPtr inverse;
     EXPECT_TRUE(failsWith(transform->inverse(inverse), 0x2010008, "Empty transform"));
 }

@@ -3,10 +3,15 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(prefix ${WORK}/prefix)
-set(expectedOutput "\
+set(expectedHostOutput "\
   0  51 102 -> 0.000 0.400 0.800 1.000
 153 204 255 -> 1.200 1.600 2.000 1.000
 255   0  51 -> 2.000 0.000 0.400 1.000
+")
+set(expectedViewerOutput "\
++0:    0   0   0  117 117 117  255 186 136
++1:    0   0   0  160 160 160  255 255 186
+-2:    0   0   0   62  62  62  136  99  72
 ")
 
 function(run)
@@ -19,12 +24,16 @@ function(run)
     set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-function(run_host)
+function(run_expecting expectedOutput)
     run(${ARGN})
     if(NOT output STREQUAL expectedOutput)
         message("${output}instead of:\n${expectedOutput}")
-        message(FATAL_ERROR "The host printed what stands above")
+        message(FATAL_ERROR "${ARGN} printed what stands above")
     endif()
+endfunction()
+
+function(run_host)
+    run_expecting("${expectedHostOutput}" ${ARGN})
     # Its failures: one line on the standard error stream and exit code 1.
     execute_process(COMMAND ${ARGN} missing.ctf
         OUTPUT_VARIABLE output ERROR_VARIABLE error RESULT_VARIABLE result)
@@ -42,6 +51,7 @@ run(${CMAKE_COMMAND} -S ${EXAMPLES} -B ${WORK}/package -G ${GENERATOR}
     -D CMAKE_CXX_COMPILER=${CXX} -D CMAKE_PREFIX_PATH=${prefix})
 run(${CMAKE_COMMAND} --build ${WORK}/package)
 run_host(${WORK}/package/host)
+run_expecting("${expectedViewerOutput}" ${WORK}/package/viewer)
 
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
 run(${PKG_CONFIG} --cflags --libs morvane)

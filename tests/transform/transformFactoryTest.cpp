@@ -1,6 +1,7 @@
 #include "transform/transformFactory.h"
 
-#include "failure.h"
+#include "tests/utils/failure.h"
+#include "transform/exposureContrastOp.h"
 #include "transform/matrixOp.h"
 
 #include <gtest/gtest.h>
@@ -19,6 +20,19 @@ bool isUuid(const std::string& text)
         if (wantsDash ? text[i] != '-' : !isHex) return false;
     }
     return true;
+}
+
+/// The identity that both stock transforms end with.
+void expectStockMatrix(const Op& op)
+{
+    const auto& matrix = dynamic_cast<const MatrixOp&>(op);
+    EXPECT_EQ(matrix.getName(), "identity");
+    EXPECT_TRUE(isUuid(matrix.getId())) << matrix.getId();
+    EXPECT_EQ(matrix.getInBitDepth(), BIT_DEPTH_16f);
+    EXPECT_EQ(matrix.getOutBitDepth(), BIT_DEPTH_16f);
+    EXPECT_TRUE(matrix.isUnityDiagonal());
+    EXPECT_FALSE(matrix.hasOffsets());
+    EXPECT_TRUE(matrix.isIdentity());
 }
 
 } // namespace
@@ -48,15 +62,42 @@ TEST(TransformFactory, makesTheStockIdentity)
     EXPECT_EQ(transform->getOutputDescriptor(), "");
 
     ASSERT_EQ(transform->getOpList().size(), 1U);
-    const auto& matrix = dynamic_cast<const MatrixOp&>(*transform->getOpList().get(0));
-    EXPECT_EQ(matrix.getName(), "identity");
-    EXPECT_TRUE(isUuid(matrix.getId())) << matrix.getId();
-    EXPECT_NE(matrix.getId(), transform->getId());
-    EXPECT_EQ(matrix.getInBitDepth(), BIT_DEPTH_16f);
-    EXPECT_EQ(matrix.getOutBitDepth(), BIT_DEPTH_16f);
-    EXPECT_TRUE(matrix.isUnityDiagonal());
-    EXPECT_FALSE(matrix.hasOffsets());
-    EXPECT_TRUE(matrix.isIdentity());
+    expectStockMatrix(*transform->getOpList().get(0));
+    EXPECT_NE(transform->getOpList().get(0)->getId(), transform->getId());
+}
+
+TEST(TransformFactory, makesTheStockRawTransform)
+{
+    const ColorTransformPtr transform = makeStockRaw();
+    EXPECT_TRUE(isUuid(transform->getId())) << transform->getId();
+    EXPECT_EQ(transform->getName(), "Stock Raw Transform");
+    EXPECT_EQ(transform->getDescriptions(),
+              Descriptions{"Identity transform with linear dynamic exposure contrast controls."});
+    EXPECT_EQ(transform->getInputDescriptor(), "");
+    EXPECT_EQ(transform->getOutputDescriptor(), "");
+
+    ASSERT_EQ(transform->getOpList().size(), 2U);
+    const auto& op = dynamic_cast<const ExposureContrastOp&>(*transform->getOpList().get(0));
+    EXPECT_EQ(op.getInBitDepth(), BIT_DEPTH_16f);
+    EXPECT_EQ(op.getOutBitDepth(), BIT_DEPTH_16f);
+    EXPECT_EQ(op.getStyle(), ExposureContrastOp::STYLE_LINEAR);
+    EXPECT_EQ(op.getExposure()->get(), 0.0);
+    EXPECT_TRUE(op.getExposure()->isDynamic());
+    EXPECT_EQ(op.getContrast()->get(), 1.0);
+    EXPECT_TRUE(op.getContrast()->isDynamic());
+    EXPECT_EQ(op.getPivot(), 1.0);
+    EXPECT_FALSE(op.getBypass()->isDynamic());
+    expectStockMatrix(*transform->getOpList().get(1));
+}
+
+TEST(TransformFactory, stockRawTransformsAreIndependent)
+{
+    const ColorTransformPtr first = makeStockRaw();
+    DynamicProperty exposure(DynamicProperty::EXPOSURE);
+    exposure.setValue(3.0);
+    first->setDynamicProperty(exposure);
+    makeStockRaw()->getDynamicProperty(exposure);
+    EXPECT_EQ(exposure.getValue(), 0.0);
 }
 
 TEST(TransformFactory, stockIdentityClonesInvertsAndConcatenates)
