@@ -57,7 +57,8 @@ inline ROI lineOf(unsigned width) { return {0, 0, width, 1}; }
 /// integers beyond the nominal range of their depth where the element has room, floats of every kind.
 void fillRandom(Image& image, Random& random);
 
-/// Empty when the two images hold the same bytes; else where they first differ. Two NaNs are the same sample.
-std::string difference(const Image& expected, const Image& actual);
+/// Empty when the two images hold the same bytes; else where they first differ. With Nans::ANY two NaNs are the same
+/// sample.
+std::string difference(const Image& expected, const Image& actual, Twin::Nans nans);
 
 } // namespace PixelTest

@@ -3,6 +3,10 @@
 #include "morvane/finalize.h"
 #include "morvane/transformFactory.h"
 #include "morvane/transformFile.h"
+#include "morvane/transformImpl.h"
+#include "tests/pixels/curveCases.h"
+#include "tests/pixels/lutCases.h"
+#include "transform/transformFactory.h"
 
 #include <algorithm>
 #include <cmath>
@@ -241,19 +245,22 @@ std::string contentText(const RangeOp& op)
 const char* elementName(const MatrixOp&) { return "Matrix"; }
 const char* elementName(const RangeOp&) { return "Range"; }
 
+template <class TwinOp>
+std::string elementText(const TwinOp& op)
+{
+    const std::string name = elementName(op);
+    std::string text =
+        "<" + name + " inBitDepth=\"" + getBitDepthName(op.in) + "\" outBitDepth=\"" + getBitDepthName(op.out) + "\"";
+    if (op.bypass != Bypass::OFF) text += " bypass=\"true\"";
+    text += ">\n";
+    if (op.bypass == Bypass::DYNAMIC) text += "<DynamicParameter param=\"LOOK_SWITCH\"/>\n";
+    return text + contentText(op) + "</" + name + ">\n";
+}
+
 std::string elementText(const Op& op)
 {
-    return std::visit(
-        [](const auto& any) {
-            const std::string name = elementName(any);
-            std::string text = "<" + name + " inBitDepth=\"" + getBitDepthName(any.in) + "\" outBitDepth=\"" +
-                               getBitDepthName(any.out) + "\"";
-            if (any.bypass != Bypass::OFF) text += " bypass=\"true\"";
-            text += ">\n";
-            if (any.bypass == Bypass::DYNAMIC) text += "<DynamicParameter param=\"LOOK_SWITCH\"/>\n";
-            return text + contentText(any) + "</" + name + ">\n";
-        },
-        op);
+    if (const auto* matrix = std::get_if<MatrixOp>(&op)) return elementText(*matrix);
+    return elementText(std::get<RangeOp>(op)); // the only other op that has an element
 }
 
 void check(const MorvaneStatus& status)
@@ -272,22 +279,55 @@ TransformPtr read(const std::vector<Op>& ops)
     return transform;
 }
 
+TransformPtr makeTransform(const MatrixOp& op)
+{
+    if (op.bypass != Bypass::OFF) return read({op});
+    TransformPtr transform;
+    check(CreateMatrixTransform(op.in, op.out, op.values.data(), op.offsets.data(), true, transform));
+    return transform;
+}
+
+TransformPtr makeTransform(const RangeOp& op) { return read({op}); }
+
+/// Any other op goes into a transform of the library without a file.
+template <class TwinOp>
+TransformPtr makeTransform(const TwinOp& op)
+{
+    std::unique_ptr<Color::Op> colorOp = makeColorOp(op);
+    colorOp->getBypass()->set(op.bypass != Bypass::OFF);
+    if (op.bypass == Bypass::DYNAMIC) colorOp->getBypass()->makeDynamic();
+    const Color::ColorTransformPtr transform = Color::makeTransform();
+    transform->getOpList().append(colorOp.release());
+    transform->validate();
+    return TransformPtr(new Impl::Transform(transform));
+}
+
 TransformPtr makeTransform(const Op& op)
 {
-    const MatrixOp* matrix = std::get_if<MatrixOp>(&op);
-    if (!matrix || matrix->bypass != Bypass::OFF) return read({op});
-    TransformPtr transform;
-    check(
-        CreateMatrixTransform(matrix->in, matrix->out, matrix->values.data(), matrix->offsets.data(), true, transform));
-    return transform;
+    return std::visit([](const auto& any) { return makeTransform(any); }, op);
 }
 
 } // namespace
 
 const std::vector<OpCase>& allOpCases()
 {
-    static const std::vector<OpCase> cases = makeCases();
+    static const std::vector<OpCase> cases = [] {
+        std::vector<OpCase> all = makeCases();
+        for (const std::vector<OpCase>& more : {makeCurveCases(), makeLutCases()})
+            all.insert(all.end(), more.begin(), more.end());
+        return all;
+    }();
     return cases;
+}
+
+std::vector<std::pair<PixelFormat, PixelFormat>> formatPairsOf(const OpCase& opCase)
+{
+    const auto& formats = Twin::allFormats();
+    std::vector<std::pair<PixelFormat, PixelFormat>> pairs;
+    for (size_t in = 0; in < formats.size(); ++in)
+        for (size_t out = 0; out < formats.size(); ++out)
+            if (!opCase.isThinned || (3 * in + out) % 8 == 0) pairs.emplace_back(formats[in], formats[out]);
+    return pairs;
 }
 
 const OpCase& opCaseNamed(const std::string& name)

@@ -5,23 +5,48 @@ namespace {
 
 using namespace Morvane_2015_1_42;
 
-const std::vector<const char*> RAMP_OPS = {"bypassedScale",   "identity",         "numbersToBytes",   "numbersToShorts",
-                                           "scaleWithOffset", "matrixWithOffset", "rangeScaleMinMax", "rangeUnset",
-                                           "matrixBetween",   "bypassedBetween"};
+/// For the ways through the frame: reading, storing and passing on.
+const std::vector<const char*> FRAME_OPS = {
+    "bypassedScale",    "identity",         "numbersToBytes", "numbersToShorts", "scaleWithOffset",
+    "matrixWithOffset", "rangeScaleMinMax", "rangeUnset",     "matrixBetween",   "bypassedBetween"};
+
+/// For the formulas: one for each kernel that does more than the ones above.
+const std::vector<const char*> KERNEL_OPS = {"gammaBasicFwd",  "gammaMoncurveFwd", "gammaMoncurveRev",
+                                             "log10",          "antiLog10",        "logToLin",
+                                             "linToLog",       "ecVideo",          "ecLog",
+                                             "ecLinear",       "cdlV12Fwd",        "cdlV12Rev",
+                                             "cdlNoClampFwd",  "cdlNoClampRev",    "gamutMap",
+                                             "hueVectorFwd",   "hueVectorRev",     "rgbToHsv",
+                                             "hsvToRgb",       "ditherToBytes",    "lut",
+                                             "lutHalfDomain",  "lutHueAdjusted",   "lutHalfDomainHueAdjusted",
+                                             "inverseLut",     "inverseLutFast",   "cube",
+                                             "cubeTetrahedral"};
+
+/// One for each type of element.
+const std::vector<PixelFormat> ELEMENT_DESTINATIONS = {PF_RGBA_8i, PF_RGB_16i, PF_RGBA_16f, PF_RGBA_32f};
 
 const std::vector<PixelFormat> RAMP_DESTINATIONS = {PF_RGBA_8i,  PF_BGR_10i,  PF_RGBA_10iP, PF_ABGR_12i, PF_RGB_16i,
                                                     PF_RGBA_16i, PF_RGBA_16f, PF_BGR_16f,   PF_RGBA_32f, PF_RGB_32f};
 
-void expectTwinOnAllDestinations(const Image& source, const std::vector<PixelFormat>& destinations)
+void addDifferences(Differences& differences, const char* name, const Image& source,
+                    const std::vector<PixelFormat>& destinations)
+{
+    const OpCase& one = opCaseNamed(name);
+    Twin::Processors twins(one.ops);
+    const TransformPtr transform = makeTransform(one);
+    for (const PixelFormat out : destinations)
+        differences.add(std::string(name) + ", " + pfToStr(source.format()) + " to " + pfToStr(out),
+                        differenceFromTwin(twins, transform, source, out));
+}
+
+/// The destinations are those of the frame.
+void expectTwin(const Image& source, const std::vector<PixelFormat>& destinations)
 {
     Differences differences;
-    for (const char* name : RAMP_OPS) {
-        const OpCase& one = opCaseNamed(name);
-        const TransformPtr transform = makeTransform(one);
-        for (const PixelFormat out : destinations)
-            differences.add(std::string(name) + ", " + pfToStr(source.format()) + " to " + pfToStr(out),
-                            differenceFromTwin(one, transform, source, out));
-    }
+    for (size_t i = 0; i < FRAME_OPS.size(); ++i)
+        addDifferences(differences, FRAME_OPS[i], source, sampled(destinations, i));
+    for (size_t i = 0; i < KERNEL_OPS.size(); ++i)
+        addDifferences(differences, KERNEL_OPS[i], source, sampled(ELEMENT_DESTINATIONS, i));
     EXPECT_TRUE(differences.areNone());
 }
 
@@ -40,7 +65,7 @@ TEST_P(CodeRamp, givesTheBitsOfTheScalarTwin)
         for (size_t i = 0; i < layout.pixelSize / layout.elementSize; ++i)
             std::memcpy(pixel + i * layout.elementSize, &channels[i], layout.elementSize);
     }
-    expectTwinOnAllDestinations(source, RAMP_DESTINATIONS);
+    expectTwin(source, RAMP_DESTINATIONS);
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, CodeRamp,
@@ -59,7 +84,7 @@ TEST(PackedRamp, givesTheBitsOfTheScalarTwin)
                     source.line(alpha)[size_t{code} * 4 + i] = static_cast<uint8_t>(word >> (24 - 8 * i));
             }
         }
-        expectTwinOnAllDestinations(source, RAMP_DESTINATIONS);
+        expectTwin(source, RAMP_DESTINATIONS);
     }
 }
 
@@ -81,7 +106,7 @@ TEST(FloatRamp, givesTheBitsOfTheScalarTwinOnEveryFormat)
                 std::memcpy(source.line(signAndExponent) + i * 4, &bits, 4);
             }
         }
-        expectTwinOnAllDestinations(source, Twin::allFormats());
+        expectTwin(source, Twin::allFormats());
     }
 }
 

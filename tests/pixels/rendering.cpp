@@ -14,19 +14,21 @@ void apply(const TransformPtr& transform, const Image& source, Image& destinatio
 void apply(const Twin::Processor& processor, const Image& source, Image& destination)
 {
     for (unsigned y = 0; y < source.roi().getActiveHeight(); ++y)
-        processor.apply(source.line(y), destination.line(y), source.roi().getActiveWidth());
+        processor.apply(source.line(y), destination.line(y), source.roi().getActiveWidth(),
+                        {source.roi().getX(), source.roi().getY() + y});
 }
 
-std::string differenceFromTwin(const OpCase& opCase, const TransformPtr& transform, const Image& source,
+std::string differenceFromTwin(Twin::Processors& twins, const TransformPtr& transform, const Image& source,
                                PixelFormat out, Placing destinationPlacing)
 {
     const Image before = source;
     Image expected(out, source.roi(), destinationPlacing);
     Image actual = expected;
-    apply(Twin::Processor(opCase.ops, source.format(), out), source, expected);
+    const Twin::Processor twin = twins.between(source.format(), out);
+    apply(twin, source, expected);
     apply(finalizedCopy(transform, source.format(), out), source, actual);
     if (source.bytes() != before.bytes()) return "the source was changed";
-    return difference(expected, actual);
+    return difference(expected, actual, twin.nans());
 }
 
 void Differences::add(const std::string& context, const std::string& difference)

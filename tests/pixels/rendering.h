@@ -14,7 +14,7 @@ void apply(const Morvane_2015_1_42::TransformPtr& transform, const Image& source
 void apply(const Twin::Processor& processor, const Image& source, Image& destination);
 
 /// Renders by the library and by the twin. Empty when both images agree in every byte and the source is unchanged.
-std::string differenceFromTwin(const OpCase& opCase, const Morvane_2015_1_42::TransformPtr& transform,
+std::string differenceFromTwin(Twin::Processors& twins, const Morvane_2015_1_42::TransformPtr& transform,
                                const Image& source, PixelFormat out, Placing destinationPlacing = {});
 
 /// Collects differences, so that one failing test tells how many there are and shows the first few.

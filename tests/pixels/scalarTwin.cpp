@@ -37,9 +37,9 @@ float maxOf(BitDepth depth)
     return 0.0F;
 }
 
-namespace {
-
 bool isInteger(BitDepth depth) { return depth != BIT_DEPTH_16f && depth != BIT_DEPTH_32f; }
+
+namespace {
 
 unsigned elementSizeOf(BitDepth depth, bool isPacked)
 {
@@ -205,7 +205,7 @@ std::optional<Renderer> MatrixOp::makeRenderer() const
 
     const Kernel kernel = isDiagonal ? (hasOffset ? Kernel::SCALE_WITH_OFFSET : Kernel::SCALE)
                                      : (hasOffset ? Kernel::MATRIX_WITH_OFFSET : Kernel::MATRIX);
-    const auto formula = [=, m = values, o = offsets](const Pixel& v) {
+    const auto formula = [=, m = values, o = offsets](const Pixel& v, Position) {
         Pixel result;
         for (size_t row = 0; row < 4; ++row) {
             const float* c = &m[row * 4];
@@ -214,7 +214,7 @@ std::optional<Renderer> MatrixOp::makeRenderer() const
         }
         return result;
     };
-    return Renderer{kernel, formula};
+    return Renderer{kernel, formula, isDiagonal ? Nans::EXACT : Nans::ANY};
 }
 
 RangeOp::RangeOp(BitDepth inDepth, BitDepth outDepth, double minimumIn, double maximumIn, double minimumOut,
@@ -310,7 +310,7 @@ std::optional<Renderer> RangeOp::makeRenderer() const
     else
         return std::nullopt;
 
-    const auto formula = [=](const Pixel& v) {
+    const auto formula = [=](const Pixel& v, Position) {
         Pixel result;
         for (size_t i = 0; i < 3; ++i) {
             const float w = scales ? v[i] * s + o : v[i];
@@ -381,37 +381,66 @@ void setDepths(std::vector<Op>& list, BitDepth in, BitDepth out)
 
 } // namespace
 
-Processor::Processor(const std::vector<Op>& ops, PixelFormat in, PixelFormat out) : m_in(in), m_out(out)
+namespace {
+
+RenderersPtr makeRenderers(const std::vector<Op>& ops, BitDepth in, BitDepth out)
 {
     std::vector<Op> list = flatten(ops);
-    setDepths(list, m_in.depth, m_out.depth);
+    setDepths(list, in, out);
+    std::vector<Renderer> renderers;
     for (const Op& op : list) {
         std::optional<Renderer> renderer = std::visit([](const auto& any) { return any.makeRenderer(); }, op);
         if (!renderer) continue;
         renderer->isBypassed = bypassOf(op) == Bypass::DYNAMIC;
-        m_renderers.push_back(*renderer);
+        renderers.push_back(*renderer);
     }
-    if (m_renderers.empty()) {
+    if (renderers.empty()) {
         MatrixOp identity(BIT_DEPTH_8i, BIT_DEPTH_8i);
         if (!list.empty()) {
             identity.setInBitDepth(inBitDepthOf(list.front()));
             identity.setOutBitDepth(outBitDepthOf(list.back()));
         }
-        m_renderers.push_back(*identity.makeRenderer());
+        renderers.push_back(*identity.makeRenderer());
     }
+    return std::make_shared<const std::vector<Renderer>>(std::move(renderers));
 }
 
-void Processor::apply(const uint8_t* source, uint8_t* destination, size_t numPixels) const
+} // namespace
+
+Processor::Processor(const RenderersPtr& renderers, PixelFormat in, PixelFormat out)
+    : m_in(in), m_out(out), m_renderers(renderers)
+{}
+
+Processor::Processor(const std::vector<Op>& ops, PixelFormat in, PixelFormat out)
+    : Processor(makeRenderers(ops, Layout(in).depth, Layout(out).depth), in, out)
+{}
+
+Processor Processors::between(PixelFormat in, PixelFormat out)
 {
-    for (size_t n = 0; n < numPixels; ++n) {
+    RenderersPtr& renderers = m_renderers[{Layout(in).depth, Layout(out).depth}];
+    if (!renderers) renderers = makeRenderers(m_ops, Layout(in).depth, Layout(out).depth);
+    return Processor(renderers, in, out);
+}
+
+Nans Processor::nans() const
+{
+    for (const Renderer& renderer : renderers())
+        if (renderer.nans == Nans::ANY) return Nans::ANY;
+    return Nans::EXACT;
+}
+
+void Processor::apply(const uint8_t* source, uint8_t* destination, size_t numPixels, Position position) const
+{
+    for (size_t n = 0; n < numPixels; ++n, ++position.x) {
         Pixel pixel = read(m_in, source + n * m_in.pixelSize);
-        for (size_t i = 0; i < m_renderers.size(); ++i) {
-            if (!m_renderers[i].isBypassed) {
-                pixel = m_renderers[i].formula(pixel);
+        for (size_t i = 0; i < renderers().size(); ++i) {
+            const Renderer& renderer = renderers()[i];
+            if (!renderer.isBypassed) {
+                pixel = renderer.formula(pixel, position);
                 continue;
             }
             const BitDepth from = i == 0 ? m_in.depth : BIT_DEPTH_32f;
-            const BitDepth to = i + 1 == m_renderers.size() ? m_out.depth : BIT_DEPTH_32f;
+            const BitDepth to = i + 1 == renderers().size() ? m_out.depth : BIT_DEPTH_32f;
             const float factor = maxOf(to) / maxOf(from);
             for (float& value : pixel)
                 value = value * factor;
