@@ -11,7 +11,8 @@ namespace Command {
 
 namespace {
 
-/// Small enough that a band of a wide image stays in the cache between its steps, and that threads end together.
+/// Small enough that a band of a wide image stays in the cache between its steps, and that threads end together. A
+/// multiple of 16, the height of the dither pattern, which begins anew with each band.
 constexpr int kRowsPerBand = 16;
 
 } // namespace

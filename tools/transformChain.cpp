@@ -6,6 +6,51 @@
 
 namespace Command {
 
+namespace {
+
+using Morvane::TransformPtr;
+
+/// The type names of a transform's ops, as their sections inside the one of the transform tell them.
+class OpNames : public Morvane::Transform::ContentCallbacks
+{
+public:
+    void beginSection(const char* title) override
+    {
+        if (m_depth++ == 1) names.emplace_back(title);
+    }
+    void endSection() override { --m_depth; }
+    void addField(const char*, const char*) override {}
+
+    std::vector<std::string> names;
+
+private:
+    int m_depth = 0;
+};
+
+TransformPtr join(const TransformPtr& first, const TransformPtr& second)
+{
+    TransformPtr joined;
+    const Morvane::MorvaneStatus status = Morvane::concatenateTransforms(first, second, joined);
+    if (!status) throw Failure(ExitCode::TRANSFORM, "cannot join the transforms: " + messageOf(status));
+    return joined;
+}
+
+/// A dither changes no scale, whatever its depths: at an end of the chain it would hand the image values of the other
+/// side. An op that does nothing but scale goes between them.
+TransformPtr withScaleAroundDither(const TransformPtr& chain)
+{
+    OpNames ops;
+    const Morvane::MorvaneStatus described = chain->describe(ops);
+    if (!described || ops.names.empty()) return chain;
+    TransformPtr scale;
+    const Morvane::MorvaneStatus made = Morvane::createStockTransform(Morvane::STOCK_TRANSFORM_IDENTITY, scale);
+    if (!made) throw Failure(ExitCode::TRANSFORM, "cannot make a scale: " + messageOf(made));
+    const TransformPtr scaled = ops.names.front() == "Dither" ? join(scale, chain) : chain;
+    return ops.names.back() == "Dither" ? join(scaled, scale) : scaled;
+}
+
+} // namespace
+
 std::string messageOf(Morvane::MorvaneStatus status)
 {
     if (status.getErrorMessage()) return status.getErrorMessage();
@@ -38,12 +83,12 @@ Morvane::TransformPtr loadTransformChain(const std::vector<std::string>& paths, 
         if (!status) throw Failure(ExitCode::TRANSFORM, "cannot use transform '" + path + "': " + messageOf(status));
         chain = joined;
     }
-    if (!inverse) return chain;
+    if (!inverse) return withScaleAroundDither(chain);
 
     Morvane::TransformPtr inverted;
     const Morvane::MorvaneStatus status = chain->inverse(inverted);
     if (!status) throw Failure(ExitCode::TRANSFORM, "cannot invert the transform: " + messageOf(status));
-    return inverted;
+    return withScaleAroundDither(inverted);
 }
 
 } // namespace Command

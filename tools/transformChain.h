@@ -10,7 +10,8 @@ namespace Command {
 /// Loads a transform. Throws Failure with ExitCode::TRANSFORM.
 Morvane::TransformPtr loadTransform(const std::string& path);
 
-/// Loads the files and joins them, the first one first; inverse undoes the whole chain.
+/// Loads the files and joins them, the first one first; inverse undoes the whole chain. A dither at an end of the chain
+/// gets a neighbour that scales between the image and 32f, which it does not do itself.
 /// Throws Failure with ExitCode::TRANSFORM.
 Morvane::TransformPtr loadTransformChain(const std::vector<std::string>& paths, bool inverse);
 
