@@ -1,14 +1,11 @@
 #include "rows.h"
+#include "work.h"
 
 #include <OpenColorIO/OpenColorIO.h>
 #include <benchmark/benchmark.h>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <functional>
 #include <limits>
-#include <memory>
 #include <morvane/morvane.h>
 #include <random>
 #include <string>
@@ -23,13 +20,6 @@ namespace {
 constexpr uint32_t kWidth = 1920;
 constexpr uint32_t kHeight = 1080;
 constexpr double kPixels = double{kWidth} * kHeight;
-
-void require(const M::MorvaneStatus& status)
-{
-    if (status) return;
-    std::fprintf(stderr, "morvane-bench: %s\n", status.getErrorMessage());
-    std::abort();
-}
 
 using Buffer = std::vector<unsigned char>;
 
@@ -49,87 +39,6 @@ Buffer makeImage(M::PixelFormat format)
                         M::RESOLVE_BROADCAST_MONITOR, identity));
     require(identity->apply(rgba.data(), M::ROI(0, 0, kWidth, kHeight), image.data()));
     return image;
-}
-
-/// The same work for both libraries.
-struct Work
-{
-    std::string name;
-    std::function<M::TransformPtr()> ours;
-    std::function<OCIO::TransformRcPtr()> peer;
-};
-
-M::TransformPtr makeMatrix(const std::vector<float>& matrix, const std::vector<float>& offsets)
-{
-    M::TransformPtr result;
-    require(M::CreateMatrixTransform(M::BIT_DEPTH_32f, M::BIT_DEPTH_32f, matrix.data(), offsets.data(), true, result));
-    return result;
-}
-
-Work matrixWork(const std::string& name, const std::vector<float>& matrix, const std::vector<float>& offsets)
-{
-    return {name, [=] { return makeMatrix(matrix, offsets); },
-            [=]() -> OCIO::TransformRcPtr {
-                const auto transform = OCIO::MatrixTransform::Create();
-                std::vector<double> m(matrix.begin(), matrix.end());
-                std::vector<double> o(offsets.begin(), offsets.end());
-                transform->setMatrix(m.data());
-                transform->setOffset(o.data());
-                return transform;
-            }};
-}
-
-constexpr double kNotSet = std::numeric_limits<double>::quiet_NaN();
-
-Work rangeWork(const std::string& name, double minIn, double minOut, double maxIn, double maxOut)
-{
-    return {name,
-            [=] {
-                std::string text = "<ProcessList id=\"bench\" version=\"1.3\">"
-                                   "<Range inBitDepth=\"32f\" outBitDepth=\"32f\">";
-                const auto add = [&](const char* element, double value) {
-                    if (value == value) {
-                        text += std::string("<") + element + ">" + std::to_string(value) + "</" + element + ">";
-                    }
-                };
-                add("minInValue", minIn);
-                add("maxInValue", maxIn);
-                add("minOutValue", minOut);
-                add("maxOutValue", maxOut);
-                text += "</Range></ProcessList>";
-                M::TransformPtr result;
-                require(M::loadColorTransformFromBuffer(text.c_str(), result));
-                return result;
-            },
-            [=]() -> OCIO::TransformRcPtr {
-                const auto range = OCIO::RangeTransform::Create();
-                if (minIn == minIn && maxIn == maxIn) {
-                    range->setMinInValue(minIn);
-                    range->setMinOutValue(minOut);
-                    range->setMaxInValue(maxIn);
-                    range->setMaxOutValue(maxOut);
-                    return range;
-                }
-                // The peer's one-sided range cannot shift: a matrix before it does that.
-                double offset = 0;
-                if (minIn == minIn) {
-                    offset = minOut - minIn;
-                    range->setMinInValue(minOut);
-                    range->setMinOutValue(minOut);
-                } else {
-                    offset = maxOut - maxIn;
-                    range->setMaxInValue(maxOut);
-                    range->setMaxOutValue(maxOut);
-                }
-                if (offset == 0) return range;
-                const auto matrix = OCIO::MatrixTransform::Create();
-                const double offsets[4] = {offset, offset, offset, 0};
-                matrix->setOffset(offsets);
-                const auto group = OCIO::GroupTransform::Create();
-                group->appendTransform(matrix);
-                group->appendTransform(range);
-                return group;
-            }};
 }
 
 /// A pixel format of both libraries. The peer has no packed 10-bit words.
@@ -239,16 +148,14 @@ void registerRow(const Work& work, const Format& in, const Format& out, bool onT
 
 void registerPixelRows()
 {
-    const std::vector<float> none = {0.f, 0.f, 0.f, 0.f};
-    const Work scale = matrixWork("scale", {1.1f, 0, 0, 0, 0, 0.9f, 0, 0, 0, 0, 1.2f, 0, 0, 0, 0, 1.f}, none);
-    const std::vector<float> mix = {0.7f, 0.2f, 0.1f, 0, 0.1f, 0.8f, 0.1f, 0, 0.05f, 0.15f, 0.8f, 0, 0, 0, 0, 1.f};
-    const Work matrix = matrixWork("matrix", mix, none);
-    const Work matrixWithOffset = matrixWork("matrix with offset", mix, {0.01f, 0.02f, 0.03f, 0.f});
+    constexpr double kNotSet = std::numeric_limits<double>::quiet_NaN();
+    const Work matrix = matrixWork();
+    const Work range = rangeWork("range, scale min max", 0.1, 0.0, 0.9, 1.0);
 
-    registerRow(scale, k32f, k32f);
+    registerRow(scaleWork(), k32f, k32f);
     registerRow(matrix, k32f, k32f);
-    registerRow(matrixWithOffset, k32f, k32f);
-    registerRow(rangeWork("range, scale min max", 0.1, 0.0, 0.9, 1.0), k32f, k32f);
+    registerRow(matrixWithOffsetWork(), k32f, k32f);
+    registerRow(range, k32f, k32f);
     registerRow(rangeWork("range, scale min", 0.1, 0.0, kNotSet, kNotSet), k32f, k32f);
     registerRow(rangeWork("range, scale max", kNotSet, kNotSet, 0.9, 1.0), k32f, k32f);
     registerRow(rangeWork("range, min max", 0.1, 0.1, 0.9, 0.9), k32f, k32f);
@@ -263,5 +170,30 @@ void registerPixelRows()
     registerRow(matrix, k10iP, k16f, true);
     registerRow(matrix, k16f, k32f);
     registerRow(matrix, k32f, k8i);
-    registerRow(rangeWork("range, scale min max", 0.1, 0.0, 0.9, 1.0), k8i, k8i, true);
+    registerRow(range, k8i, k8i, true);
+
+    const std::vector<Work> ops = {
+        lut1DWork("1D LUT 1024, linear", Curves::One),
+        lut1DWork("1D LUT 1024, three curves", Curves::Three),
+        inverseLut1DWork(),
+        halfDomainLut1DWork(),
+        hueAdjustLut1DWork("1D LUT hue adjust", Curves::One),
+        hueAdjustLut1DWork("1D LUT hue adjust, three curves", Curves::Three),
+        lut3DWork("3D LUT 33 trilinear", CubeInterpolation::Trilinear),
+        lut3DWork("3D LUT 33 tetrahedral", CubeInterpolation::Tetrahedral),
+        gammaWork(),
+        moncurveWork(),
+        logWork(),
+        linToLogWork(),
+        cdlWork(),
+        cdlNoClampWork(),
+        exposureContrastWork(),
+        chainOf("CDL + matrix + moncurve + 3D LUT 33",
+                {cdlWork(), matrix, moncurveWork(), lut3DWork("", CubeInterpolation::Trilinear)}),
+    };
+    for (const Work& work : ops) {
+        for (const Format& format : {k32f, k8i, k16f, k16i}) {
+            registerRow(work, format, format);
+        }
+    }
 }
