@@ -43,7 +43,7 @@ MORVANE_API MorvaneStatus CreateMatrixTransform(BitDepth in, BitDepth out, const
 ///                           numbers in any case
 ///
 /// An entry that is NaN renders as 0, an infinite one as the largest number. Fails, before any value is read, with
-/// 0x2010004 on length 0, 0x2010005 on one above the bound, and with a half domain 0x204000e on any but 65536.
+/// 0x2010004 on length 0, 0x2010005 on one above the bound, and with a half domain 0x204000e on any other but 65536.
 MORVANE_API MorvaneStatus Create1DLutTransformFromFloat(BitDepth in, BitDepth out, unsigned length, const float* red,
                                                         const float* green, const float* blue, HalfFlags flags,
                                                         TransformPtr& result);
@@ -72,8 +72,8 @@ MORVANE_API MorvaneStatus Create3DLutTransformFromShort(BitDepth in, BitDepth ou
 
 /// Makes a transform that spreads, by a fixed pattern, the error that rounding to the dither depth will make. Values
 /// stay in the scale of the input depth, so a transform of this alone is for equal depths; another operator changes
-/// them. It does nothing when the input is no finer than the dither depth, and has no inverse. Fails with 0x2010001
-/// also when the dither depth is none.
+/// them. It does nothing when the input is no finer than the dither depth or that one is a float depth, and has no
+/// inverse. Fails with 0x2010001 also when the dither depth is none.
 MORVANE_API MorvaneStatus CreateDitherTransform(BitDepth in, BitDepth out, BitDepth dither, TransformPtr& result);
 
 /// @}

@@ -132,9 +132,8 @@ void addGammaFields(const Color::Op& op, Callbacks& callbacks)
 {
     const auto& gamma = static_cast<const Color::GammaOp&>(op);
     callbacks.addField("Gamma Style", Color::GammaOp::getStyleName(gamma.getStyle()));
-    const char* const labels[] = {"gamma", "offset"};
-    for (std::size_t i = 0; i < Color::GammaOp::getIdentityParams(gamma.getStyle()).size(); ++i)
-        addGammaField(callbacks, labels[i], gamma, i);
+    addGammaField(callbacks, "gamma", gamma, 0);
+    if (Color::GammaOp::getIdentityParams(gamma.getStyle()).size() > 1) addGammaField(callbacks, "offset", gamma, 1);
 }
 
 void addExposureContrastFields(const Color::Op& op, Callbacks& callbacks)

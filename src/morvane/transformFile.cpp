@@ -18,7 +18,7 @@ namespace {
 /// prepares for a save. Throws 0x3030001 when there is none.
 Color::ColorTransformPtr requireModel(const TransformPtr& transform)
 {
-    const Color::ColorTransformPtr model = Impl::Transform::modelOf(transform);
+    Color::ColorTransformPtr model = Impl::Transform::modelOf(transform);
     if (!model) Color::raise(Color::LogCategory::XML_WRITER, Color::ErrorIds::WRITER_TRANSFORM_NULL);
     return model;
 }

@@ -1,5 +1,6 @@
 #include "renderer/CPUCDLOp.h"
 
+#include "renderer/depthFactors.h"
 #include "renderer/fastPow.h"
 #include "renderer/fourPixels.h"
 
@@ -42,7 +43,7 @@ struct CDL
 
     explicit CDL(const CDLOp& op)
     {
-        const auto inverse = static_cast<float>(1.0 / getBitDepthMaxValue(op.getInBitDepth()));
+        const auto inverse = inverseInputMaxOf(op);
         const float outMax = getBitDepthMaxValue(op.getOutBitDepth());
         inverseInputMax = V4f(inverse);
         outputMax = V4f(outMax);

@@ -22,7 +22,7 @@ constexpr float kVideoGamma = 0.5464481f;
 constexpr double kCodePerDecade = 0.29325513196480935;
 constexpr double kReferenceLight = 0.9;
 constexpr double kReferenceCode = 0.6695992179863147;
-constexpr double kLog10Of2 = 0.3010299956639812;
+constexpr double kDecadesPerStop = 0.3010299956639812;
 
 double flooredPivot(const ExposureContrastOp& op) { return std::max(kFloor, op.getPivot()); }
 
@@ -113,7 +113,7 @@ private:
     void renderLogarithmic(const PixelRun& run, double exposure, float contrast) const
     {
         const float shift =
-            static_cast<float>(exposure * kLog10Of2 * kCodePerDecade * double{m_inputRange}) - m_pivotInput;
+            static_cast<float>(exposure * kDecadesPerStop * kCodePerDecade * double{m_inputRange}) - m_pivotInput;
         const float s = contrast * m_alphaScale;
         const float b = shift * s + m_pivotOutput;
         // Adding -0 leaves every alpha as it is, zeros of both signs included.

@@ -1,5 +1,6 @@
 #include "renderer/CPUGammaOp.h"
 
+#include "renderer/depthFactors.h"
 #include "renderer/fastPow.h"
 #include "renderer/pixelRenderer.h"
 
@@ -16,8 +17,7 @@ struct GammaBasic
     V4f inverseInputMax, outputMax, gamma;
 
     explicit GammaBasic(const Color::GammaOp& op)
-        : inverseInputMax(static_cast<float>(1.0 / getBitDepthMaxValue(op.getInBitDepth()))),
-          outputMax(getBitDepthMaxValue(op.getOutBitDepth()))
+        : inverseInputMax(inverseInputMaxOf(op)), outputMax(getBitDepthMaxValue(op.getOutBitDepth()))
     {
         const bool isReverse = op.getStyle() == Color::GammaOp::STYLE_BASIC_REV;
         const auto exponentOf = [&](std::size_t channel) {
@@ -115,18 +115,12 @@ struct MoncurveReverse : Moncurve
 {
     explicit MoncurveReverse(const Color::GammaOp& op) : Moncurve(op, &reverseChannel)
     {
-        depthFactor = V4f(static_cast<float>(1.0 / getBitDepthMaxValue(op.getInBitDepth())));
+        depthFactor = V4f(inverseInputMaxOf(op));
     }
 
     V4f begin(V4f in) const { return fastPowExponent(in * depthFactor, exponent); }
     V4f finish(V4f in, V4f powExponent) const { return join(in, fastExp2(powExponent) * scale - offset); }
 };
-
-template <class Formula, RendererType type>
-std::unique_ptr<VirtualRenderer> make(const Color::GammaOp& op)
-{
-    return std::make_unique<PixelRenderer<Formula, type, ChannelUse::ApartAndSlow>>(op, Formula(op));
-}
 
 } // namespace
 
@@ -135,11 +129,11 @@ std::unique_ptr<VirtualRenderer> makeGammaRenderer(const Color::GammaOp& op)
     switch (op.getStyle()) {
     case Color::GammaOp::STYLE_BASIC_FWD:
     case Color::GammaOp::STYLE_BASIC_REV:
-        return make<GammaBasic, RENDERER_GAMMA_BASIC>(op);
+        return makePixelRenderer<GammaBasic, RENDERER_GAMMA_BASIC, ChannelUse::ApartAndSlow>(op);
     case Color::GammaOp::STYLE_MONCURVE_FWD:
-        return make<MoncurveForward, RENDERER_GAMMA_MONCURVE_FWD>(op);
+        return makePixelRenderer<MoncurveForward, RENDERER_GAMMA_MONCURVE_FWD, ChannelUse::ApartAndSlow>(op);
     case Color::GammaOp::STYLE_MONCURVE_REV:
-        return make<MoncurveReverse, RENDERER_GAMMA_MONCURVE_REV>(op);
+        return makePixelRenderer<MoncurveReverse, RENDERER_GAMMA_MONCURVE_REV, ChannelUse::ApartAndSlow>(op);
     }
     return nullptr;
 }

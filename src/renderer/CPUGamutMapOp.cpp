@@ -1,5 +1,6 @@
 #include "renderer/CPUGamutMapOp.h"
 
+#include "renderer/depthFactors.h"
 #include "renderer/hueOrder.h"
 #include "renderer/pixelRenderer.h"
 
@@ -12,9 +13,7 @@ struct GamutMapDW3
 {
     V4f scale;
 
-    explicit GamutMapDW3(const Color::GamutMapOp& op)
-        : scale(getBitDepthMaxValue(op.getOutBitDepth()) / getBitDepthMaxValue(op.getInBitDepth()))
-    {}
+    explicit GamutMapDW3(const Color::GamutMapOp& op) : scale(depthFactorOf(op)) {}
 
     V4f operator()(V4f in) const
     {

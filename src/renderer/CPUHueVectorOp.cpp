@@ -1,5 +1,6 @@
 #include "renderer/CPUHueVectorOp.h"
 
+#include "renderer/depthFactors.h"
 #include "renderer/pixelRenderer.h"
 #include "utils/exception.h"
 
@@ -39,8 +40,7 @@ class HueVector
 {
 public:
     explicit HueVector(const Color::HueVectorOp& op)
-        : m_scale(getBitDepthMaxValue(op.getOutBitDepth()) / getBitDepthMaxValue(op.getInBitDepth())),
-          m_quarterRootThree(std::sqrt(3.f) * 0.25f)
+        : m_scale(depthFactorOf(op)), m_quarterRootThree(std::sqrt(3.f) * 0.25f)
     {
         const Color::HueVectorOp::Params& parameters = op.getParameters();
         if (parameters.size() != 3) {

@@ -2,6 +2,7 @@
 
 #include "renderer/CPULut1DOp.h"
 #include "renderer/curveSearch.h"
+#include "renderer/depthFactors.h"
 #include "renderer/fourPixels.h"
 #include "renderer/lut1DTables.h"
 #include "renderer/lutComposition.h"
@@ -61,7 +62,7 @@ class InvLut1DRenderer : public VirtualRenderer
 public:
     explicit InvLut1DRenderer(const InvLut1DOp& op)
         : VirtualRenderer(op), //
-          m_alphaScale(getBitDepthMaxValue(op.getOutBitDepth()) / getBitDepthMaxValue(op.getInBitDepth()))
+          m_alphaScale(depthFactorOf(op))
     {
         const uint32_t components = op.getArray().getNumColorComponents();
         m_curves.reserve(components);
@@ -130,6 +131,7 @@ using InvLut1DRendererHalfCode =
 
 std::unique_ptr<VirtualRenderer> makeInvLut1DRenderer(const InvLut1DOp& op)
 {
+    checkArray(op);
     if (op.getStyle() == InvLut1DOp::STYLE_FAST) return makeLut1DRenderer(*makeForwardLut(op));
     if (!op.isHalfDomain()) return std::make_unique<InvLut1DRenderer>(op);
     checkDepthsAndInterpolation(op);

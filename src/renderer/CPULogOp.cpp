@@ -1,5 +1,6 @@
 #include "renderer/CPULogOp.h"
 
+#include "renderer/depthFactors.h"
 #include "renderer/fastPow.h"
 #include "renderer/logOpUtil.h"
 #include "renderer/pixelRenderer.h"
@@ -20,8 +21,7 @@ struct LogBase
     V4f scale; ///< inverseInputMax, and for alpha the whole way to the output depth
 
     LogBase(const LogOp& op, RendererType type)
-        : inverseInputMax(static_cast<float>(1.0 / getBitDepthMaxValue(op.getInBitDepth()))),
-          outputMax(getBitDepthMaxValue(op.getOutBitDepth())),
+        : inverseInputMax(inverseInputMaxOf(op)), outputMax(getBitDepthMaxValue(op.getOutBitDepth())),
           scale(inverseInputMax, inverseInputMax, inverseInputMax, outputMax * inverseInputMax)
     {
         checkLogStyle(op.getStyle(), type);
@@ -116,12 +116,6 @@ struct Lin2Log : LogBase
     }
 };
 
-template <class Formula, RendererType type>
-std::unique_ptr<VirtualRenderer> make(const LogOp& op)
-{
-    return std::make_unique<PixelRenderer<Formula, type, ChannelUse::ApartAndSlow>>(op, Formula(op));
-}
-
 } // namespace
 
 std::unique_ptr<VirtualRenderer> makeLogRenderer(const LogOp& op)
@@ -129,14 +123,14 @@ std::unique_ptr<VirtualRenderer> makeLogRenderer(const LogOp& op)
     switch (op.getStyle()) {
     case LogOp::STYLE_LOG10:
     case LogOp::STYLE_LOG2:
-        return make<Log, RENDERER_LOG>(op);
+        return makePixelRenderer<Log, RENDERER_LOG, ChannelUse::ApartAndSlow>(op);
     case LogOp::STYLE_ANTI_LOG10:
     case LogOp::STYLE_ANTI_LOG2:
-        return make<AntiLog, RENDERER_ANTI_LOG>(op);
+        return makePixelRenderer<AntiLog, RENDERER_ANTI_LOG, ChannelUse::ApartAndSlow>(op);
     case LogOp::STYLE_LOG_TO_LIN:
-        return make<Log2Lin, RENDERER_LOG_2_LIN>(op);
+        return makePixelRenderer<Log2Lin, RENDERER_LOG_2_LIN, ChannelUse::ApartAndSlow>(op);
     case LogOp::STYLE_LIN_TO_LOG:
-        return make<Lin2Log, RENDERER_LIN_2_LOG>(op);
+        return makePixelRenderer<Lin2Log, RENDERER_LIN_2_LOG, ChannelUse::ApartAndSlow>(op);
     }
     return nullptr;
 }

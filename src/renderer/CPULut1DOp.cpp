@@ -1,11 +1,13 @@
 #include "renderer/CPULut1DOp.h"
 
+#include "renderer/depthFactors.h"
 #include "renderer/fourCodes.h"
 #include "renderer/fourPixels.h"
 #include "renderer/halfNeighbours.h"
 #include "renderer/hueOrder.h"
 #include "renderer/lut1DTables.h"
 #include "renderer/pixelFormatAccess.h"
+#include "utils/sameBits.h"
 
 #include <algorithm>
 #include <array>
@@ -231,7 +233,7 @@ struct NoHueAdjust
 
 bool haveSameBits(const std::vector<float>& a, const std::vector<float>& b)
 {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+    return a.size() == b.size() && Color::haveSameBits(a.data(), b.data(), a.size());
 }
 
 template <class LookUp, class Hue>
@@ -240,7 +242,7 @@ class Lut1DRenderer : public VirtualRenderer
 public:
     Lut1DRenderer(const Color::Lut1DOp& op, RendererType type)
         : VirtualRenderer(op), m_type(type), m_inBitDepth(op.getInBitDepth()), m_lookUp(op),
-          m_alphaScale(getBitDepthMaxValue(op.getOutBitDepth()) / getBitDepthMaxValue(op.getInBitDepth()))
+          m_alphaScale(depthFactorOf(op))
     {
         ChannelTables tables = makeChannelTables(op);
         const bool isMono = haveSameBits(tables[0], tables[1]) && haveSameBits(tables[0], tables[2]);
@@ -358,6 +360,7 @@ std::unique_ptr<VirtualRenderer> makeFor(const Color::Lut1DOp& op)
 std::unique_ptr<VirtualRenderer> makeLut1DRenderer(const Color::Lut1DOp& op)
 {
     checkDepthsAndInterpolation(op);
+    checkArray(op);
     switch (op.getInBitDepth()) {
     case BIT_DEPTH_8i:
         return makeFor<IntegerLookUp<uint8_t>>(op);

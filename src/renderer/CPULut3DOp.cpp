@@ -1,12 +1,12 @@
 #include "renderer/CPULut3DOp.h"
 
+#include "renderer/depthFactors.h"
+#include "renderer/finiteEntry.h"
 #include "renderer/simd.h"
 #include "utils/exception.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <limits>
 #include <vector>
 
 namespace Rendering {
@@ -26,12 +26,6 @@ V4f loadEntry(const float* lanes) { return _mm_load_ps(lanes); }
 
 void prefetchEntry(const float* lanes) { _mm_prefetch(reinterpret_cast<const char*>(lanes), _MM_HINT_T0); }
 
-float finiteOf(float value)
-{
-    constexpr float largest = std::numeric_limits<float>::max();
-    return std::isnan(value) ? 0.f : std::clamp(value, -largest, largest);
-}
-
 Table makeTable(const Color::Lut3DOp::Lut3DArray& array)
 {
     Color::Lut3DOp::checkLength(array.getLength());
@@ -43,7 +37,7 @@ Table makeTable(const Color::Lut3DOp::Lut3DArray& array)
     Table table(entryCount);
     const float* value = array.getValues().data();
     for (Entry& entry : table) {
-        entry = {{finiteOf(value[0]), finiteOf(value[1]), finiteOf(value[2]), 0.f}};
+        entry = {{finiteEntry(value[0]), finiteEntry(value[1]), finiteEntry(value[2]), 0.f}};
         value += 3;
     }
     return table;
@@ -92,7 +86,7 @@ public:
         const float indexScale = 1.f / (getBitDepthValueRange(in) / maxIndex);
         m_indexScale = V4f(indexScale, indexScale, indexScale, 0.f);
         m_maxIndex = V4f(maxIndex, maxIndex, maxIndex, 0.f);
-        m_alphaScale = V4f(getBitDepthMaxValue(op.getOutBitDepth()) / getBitDepthMaxValue(in));
+        m_alphaScale = V4f(depthFactorOf(op));
         m_entrySteps = _mm_setr_epi16(static_cast<int16_t>(dimension * dimension), static_cast<int16_t>(dimension), 1,
                                       0, 0, 0, 0, 0);
     }

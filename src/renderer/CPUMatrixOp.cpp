@@ -63,6 +63,7 @@ struct MatrixWithOffset
 
 using ScaleRenderer = PixelRenderer<Scale, RENDERER_SCALE, ChannelUse::Apart>;
 using ScaleWithOffsetRenderer = PixelRenderer<ScaleWithOffset, RENDERER_SCALE_WITH_OFFSET, ChannelUse::Apart>;
+
 /// A renderer of a whole matrix, with a way of its own to read 8-bit images.
 template <class Formula, RendererType type, bool addsOffset>
 class WholeMatrixRenderer : public PixelRenderer<Formula, type>

@@ -51,7 +51,7 @@ template <bool scales, bool hasLowerBound, bool hasUpperBound, RendererType type
 std::unique_ptr<VirtualRenderer> make(const Color::RangeOp& op)
 {
     using Formula = Range<scales, hasLowerBound, hasUpperBound>;
-    return std::make_unique<PixelRenderer<Formula, type, ChannelUse::Apart>>(op, Formula(op));
+    return makePixelRenderer<Formula, type, ChannelUse::Apart>(op);
 }
 
 } // namespace

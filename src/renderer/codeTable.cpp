@@ -2,6 +2,7 @@
 
 #include "renderer/pixelFormatAccess.h"
 #include "renderer/plainPixel.h"
+#include "utils/sameBits.h"
 
 #include <algorithm>
 #include <array>
@@ -98,7 +99,7 @@ private:
     {
         for (std::size_t channel = 0; channel < tables.size(); ++channel) {
             const auto sameBits = [&](const Table& other) {
-                return std::memcmp(other.data(), tables[channel].data(), kCodes * sizeof(Destination)) == 0;
+                return Color::haveSameBits(other.data(), tables[channel].data(), kCodes);
             };
             auto found = std::find_if(m_storage.begin(), m_storage.end(), sameBits);
             if (found == m_storage.end()) found = m_storage.insert(found, std::move(tables[channel]));

@@ -1,5 +1,6 @@
 #include "renderer/ditherOpUtil.h"
 
+#include "transform/ditherOp.h"
 #include "utils/exception.h"
 
 #include <deque>
@@ -11,12 +12,6 @@ namespace {
 
 constexpr unsigned kLevel = 4;
 constexpr uint32_t kSize = 1u << kLevel;
-
-bool isFiner(BitDepth in, BitDepth dither)
-{
-    if (in == dither || isFloatDepth(dither)) return false;
-    return !isIntegerDepth(in) || getBitDepthPrecision(in) >= getBitDepthPrecision(dither);
-}
 
 /// Four copies of the matrix, each of its numbers times 4, plus the one of the base that belongs to the copy.
 BayerMatrix doubled(const BayerMatrix& half, unsigned halfSize)
@@ -50,7 +45,7 @@ const BayerMatrix& getBayerMatrix(unsigned level)
 
 DitherMatrix::DitherMatrix(BitDepth in, BitDepth dither)
 {
-    if (!isFiner(in, dither)) return;
+    if (!Color::DitherOp::hasEffect(in, dither)) return;
     const float amplitude = getBitDepthMaxValue(in) / getBitDepthMaxValue(dither);
     m_size = kSize;
     m_offsets.reserve(kSize * kSize);

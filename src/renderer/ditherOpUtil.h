@@ -22,7 +22,7 @@ public:
     /// Without rows: nothing is added.
     DitherMatrix() = default;
     /// In the scale of the input depth, up to half a step of the dither depth in both directions. Without rows where
-    /// the input is no finer than the dither depth.
+    /// the input is no finer than the dither depth, and for any float dither depth.
     DitherMatrix(BitDepth in, BitDepth dither);
 
     /// Rows and columns: 0 or 16.

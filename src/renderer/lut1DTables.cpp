@@ -1,12 +1,11 @@
 #include "renderer/lut1DTables.h"
 
+#include "renderer/finiteEntry.h"
 #include "renderer/halfConversion.h"
 #include "renderer/lutComposition.h"
 #include "utils/exception.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace Rendering {
 
@@ -55,7 +54,7 @@ public:
             if (m_keepsFloats) return entry;
             return entry > 0.f ? static_cast<float>(static_cast<int32_t>(entry)) : 0.f; // a NaN becomes 0
         }
-        const float entry = finiteOf(value);
+        const float entry = finiteEntry(value);
         return m_isHalf && !m_keepsFloats ? roundedToHalf(entry) : entry;
     }
 
@@ -66,12 +65,6 @@ private:
         const float sum = value + 0.5f;
         if (sum > m_maximum) return m_maximum;
         return sum < 0.f ? 0.f : sum;
-    }
-
-    static float finiteOf(float value)
-    {
-        constexpr float largest = std::numeric_limits<float>::max();
-        return std::isnan(value) ? 0.f : std::clamp(value, -largest, largest);
     }
 
     bool m_isInteger;
@@ -89,6 +82,15 @@ void checkDepthsAndInterpolation(const Lut1DOp& op)
     if (!isKnown(op.getOutBitDepth())) Color::raise(RENDERER_CPU, CPU_OP_ATTRIBUTE_ILLEGAL, name, "OutputBitDepth");
     if (op.getInterpolation() > Lut1DOp::INTERPOLATION_LINEAR) {
         Color::logFailure(RENDERER_CPU, CPU_OP_ATTRIBUTE_ILLEGAL, name, "Interpolation");
+    }
+}
+
+void checkArray(const Lut1DOp& op)
+{
+    const Color::Array& array = op.getArray();
+    const std::size_t count = array.getNumValues(array.getLength(), array.getNumColorComponents());
+    if (count == 0 || count != array.getValues().size()) {
+        Color::raise(Color::LogCategory::TRANSFORM_LUT_1D, Color::ErrorIds::ARRAY_CONTENT_ILLEGAL);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "renderer/virtualRenderer.h"
 
 #include <algorithm>
+#include <memory>
 #include <type_traits>
 
 namespace Rendering {
@@ -67,5 +68,12 @@ public:
 private:
     Formula m_formula;
 };
+
+/// A renderer whose formula is made from the op.
+template <class Formula, RendererType type, ChannelUse channelUse = ChannelUse::Mixed, class Op>
+std::unique_ptr<VirtualRenderer> makePixelRenderer(const Op& op)
+{
+    return std::make_unique<PixelRenderer<Formula, type, channelUse>>(op, Formula(op));
+}
 
 } // namespace Rendering

@@ -34,11 +34,12 @@ const std::string& DitherOp::getOpTypeName() const
     return typeName;
 }
 
-bool DitherOp::isNoOp() const
+bool DitherOp::isNoOp() const { return !hasEffect(getInBitDepth(), m_ditherBitDepth); }
+
+bool DitherOp::hasEffect(BitDepth in, BitDepth dither)
 {
-    if (getInBitDepth() == m_ditherBitDepth || isFloatDepth(m_ditherBitDepth)) return true;
-    return isIntegerDepth(getInBitDepth()) &&
-           getBitDepthPrecision(getInBitDepth()) < getBitDepthPrecision(m_ditherBitDepth);
+    if (in == dither || isFloatDepth(dither)) return false;
+    return !isIntegerDepth(in) || getBitDepthPrecision(in) >= getBitDepthPrecision(dither);
 }
 
 bool DitherOp::isEqual(const Op& other) const

@@ -22,9 +22,12 @@ public:
     void validate() override;
     OpType getOpType() const override;
     const std::string& getOpTypeName() const override;
-    /// True when the input is no finer than the dither depth.
+    /// True when the input is no finer than the dither depth, and for any float dither depth.
     bool isNoOp() const override;
     bool isEqual(const Op& other) const override;
+
+    /// False when the input is no finer than the dither depth, or the dither depth is a float one.
+    static bool hasEffect(BitDepth in, BitDepth dither);
 
     BitDepth getDitherBitDepth() const { return m_ditherBitDepth; }
     void setDitherBitDepth(BitDepth depth) { m_ditherBitDepth = depth; }

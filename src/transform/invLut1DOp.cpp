@@ -113,7 +113,7 @@ void InvLut1DOp::setInBitDepth(BitDepth depth)
     Op::setInBitDepth(depth);
 }
 
-void InvLut1DOp::setOutBitDepth(BitDepth depth) { Op::setOutBitDepth(depth); }
+void InvLut1DOp::setOutBitDepth(BitDepth depth) { storeOutBitDepth(depth); }
 
 OpType InvLut1DOp::getOpType() const { return OP_INVERSE_LUT_1D; }
 

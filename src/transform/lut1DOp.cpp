@@ -145,6 +145,7 @@ void Lut1DOp::validate()
 void Lut1DOp::checkLength(uint32_t length) const
 {
     try {
+        if (length == 0) raise(LogCategory::TRANSFORM_ALL, ErrorIds::ARRAY_CONTENT_EMPTY);
         Lut3by1DArray::checkLength(length);
     } catch (const Exception& exception) {
         raiseAfter(exception, LogCategory::TRANSFORM_ALL, ErrorIds::ARRAY_CONTENT_ILLEGAL_FOR, getDisplayName());

@@ -56,8 +56,8 @@ public:
     Op* clone() const override;
     /// Rescales the table.
     void setOutBitDepth(BitDepth depth) override;
-    /// Throws what the array throws, wrapped with 0x2010003, and 0x204000e when a half-domain table has no 65536
-    /// entries.
+    /// Throws what the array throws, 0x2010004 or 0x2010005, with the text of 0x2010003 behind, and 0x204000e when a
+    /// half-domain table has not 65536 entries.
     void validate() override;
     OpType getOpType() const override;
     const std::string& getOpTypeName() const override;
@@ -67,7 +67,8 @@ public:
     void appendInverse(OpList& list) const override;
     float getMinimumVersion() const override;
 
-    /// Throws what validate() throws for a table of this length: to be asked before one is made room for.
+    /// Throws as validate() does on a length above kMaximumLength, and with half domain on any but 65536: to be asked
+    /// before a table is made room for.
     void checkLength(uint32_t length) const;
 
     Interpolation getInterpolation() const { return m_interpolation; }
@@ -99,6 +100,8 @@ protected:
     /// one of a half domain by one half code; -0 and 0 are neighbours.
     bool isIdentityAt(BitDepth depth) const;
     void scaleArray(float factor);
+    /// setOutBitDepth() without the rescaling.
+    void storeOutBitDepth(BitDepth depth) { Op::setOutBitDepth(depth); }
 
 private:
     void checkHalfDomain(uint32_t length) const;

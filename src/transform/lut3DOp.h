@@ -40,8 +40,8 @@ public:
     Op* clone() const override;
     /// Rescales the cube.
     void setOutBitDepth(BitDepth depth) override;
-    /// Throws what the array throws, wrapped with 0x2010003, 0x201000b when it has no three components, and 0x205000d
-    /// when the grid is too large.
+    /// Throws what the array throws, 0x2010004 or 0x2010005, with the text of 0x2010003 behind, 0x201000b when it has
+    /// not three components, and 0x205000d when the grid is too large.
     void validate() override;
     OpType getOpType() const override;
     const std::string& getOpTypeName() const override;

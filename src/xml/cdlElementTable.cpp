@@ -43,7 +43,7 @@ void checkInheritedSize(const Descriptions& descriptions, CDLDocument& document,
 {
     constexpr std::size_t limit = std::size_t{64} << 20;
     for (const std::string& description : descriptions)
-        document.inheritedSize += sizeof description + description.size();
+        document.inheritedSize += sizeof(Descriptions::value_type) + description.size();
     if (document.inheritedSize <= limit) return;
     raise(LogCategory::XML_READER, ErrorIds::XML_PARSING, "Too many descriptions above corrections", context.line,
           context.getShownFileName());

@@ -24,16 +24,18 @@ void GammaElt::start(Attributes attributes)
 
 void GammaElt::end()
 {
-    getTypedOp().setParams(kAlpha, GammaOp::getIdentityParams(getTypedOp().getStyle()));
+    completeAlpha();
     StyledOpElt::end();
 }
+
+void GammaElt::completeAlpha() { getTypedOp().setParams(kAlpha, GammaOp::getIdentityParams(getTypedOp().getStyle())); }
 
 std::unique_ptr<GammaParamsElt> GammaElt::createGammaParamsElt(const std::string& name, const ReadContext& context)
 {
     return std::make_unique<GammaParamsElt>(name, *this, context);
 }
 
-void GammaElt_1_5::end() { StyledOpElt::end(); }
+void GammaElt_1_5::completeAlpha() {}
 
 std::unique_ptr<GammaParamsElt> GammaElt_1_5::createGammaParamsElt(const std::string& name, const ReadContext& context)
 {

@@ -14,10 +14,13 @@ public:
     GammaElt(const std::string& name, TransformElt& parent, const ReadContext& context);
 
     void start(Attributes attributes) override;
-    /// Alpha becomes the identity.
     void end() override;
 
     virtual std::unique_ptr<GammaParamsElt> createGammaParamsElt(const std::string& name, const ReadContext& context);
+
+protected:
+    /// At the end of the element: alpha becomes the identity.
+    virtual void completeAlpha();
 };
 
 /// Gamma from version 1.5 on, with parameters for alpha.
@@ -26,8 +29,11 @@ class GammaElt_1_5 : public GammaElt
 public:
     using GammaElt::GammaElt;
 
-    void end() override;
     std::unique_ptr<GammaParamsElt> createGammaParamsElt(const std::string& name, const ReadContext& context) override;
+
+protected:
+    /// Alpha stays as read.
+    void completeAlpha() override;
 };
 
 } // namespace Color::Xml::Reader

@@ -1,8 +1,7 @@
 #include "xml/lut1DWriter.h"
 
+#include "utils/sameBits.h"
 #include "xml/xmlTransformWriterUtils.h"
-
-#include <cstring>
 
 namespace Color::Xml::Writer {
 
@@ -12,7 +11,7 @@ namespace {
 bool hasEqualChannels(const Array::Values& values)
 {
     for (std::size_t i = 0; i + 2 < values.size(); i += 3) {
-        if (std::memcmp(&values[i], &values[i + 1], 2 * sizeof(float)) != 0) return false;
+        if (!haveSameBits(&values[i], &values[i + 1], 2)) return false;
     }
     return true;
 }

@@ -98,6 +98,26 @@ TEST(apply, takesOnlyEverySecondRowWithADoubledStride)
     EXPECT_EQ(destination, (std::array<float, 8>{2, 4, 6, 4, 18, 20, 22, 12}));
 }
 
+// Padding is unsigned: a negative one wraps, and the start of the next row comes out right all the same.
+TEST(apply, takesStridesBelowTheRowSize)
+{
+    const TransformPtr transform = makeScale({2, 2, 2, 1});
+    ASSERT_TRUE(succeeds(finalizeForCPU(transform, PF_RGBA_32f, PF_RGBA_32f)));
+    const float source[12] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+    using Image2x2 = std::array<float, 16>;
+    Image2x2 destination{};
+    // Rows of two pixels that begin one pixel apart.
+    ASSERT_TRUE(succeeds(transform->apply(source, 16, ROI(0, 0, 2, 2), destination.data(), 32)));
+    EXPECT_EQ(destination, (Image2x2{2, 4, 6, 4, 10, 12, 14, 8, 10, 12, 14, 8, 18, 20, 22, 12}));
+    // The same row again and again.
+    ASSERT_TRUE(succeeds(transform->apply(source, 0, ROI(0, 0, 2, 2), destination.data(), 32)));
+    EXPECT_EQ(destination, (Image2x2{2, 4, 6, 4, 10, 12, 14, 8, 2, 4, 6, 4, 10, 12, 14, 8}));
+    // The second row of the result is written over the first one but for its first pixel.
+    destination.fill(7);
+    ASSERT_TRUE(succeeds(transform->apply(source, 16, ROI(0, 0, 2, 2), destination.data(), 16)));
+    EXPECT_EQ(destination, (Image2x2{2, 4, 6, 4, 10, 12, 14, 8, 18, 20, 22, 12, 7, 7, 7, 7}));
+}
+
 TEST(apply, worksInPlace)
 {
     const TransformPtr transform = makeScale({2, 3, 4, 1}, {0, 0, 1, 0});

@@ -243,7 +243,7 @@ TEST(create1DLutTransform, refusesLengthsOutOfBounds)
 TEST(create1DLutTransform, refusesAHalfDomainOfAnotherLength)
 {
     const unsigned short value[1] = {0};
-    for (const unsigned length : {0u, 1u, 1024u, 65535u, 65537u, 16777216u}) {
+    for (const unsigned length : {1u, 1024u, 65535u, 65537u, 16777216u}) {
         for (const HalfFlags flags : {HALF_FLAGS_HALF_DOMAIN, HALF_FLAGS_HALF_DOMAIN_RAW_HALFS}) {
             TransformPtr result;
             EXPECT_TRUE(failsWith(
@@ -252,6 +252,16 @@ TEST(create1DLutTransform, refusesAHalfDomainOfAnotherLength)
             EXPECT_FALSE(result);
         }
     }
+}
+
+TEST(create1DLutTransform, refusesAnEmptyHalfDomainAsEmpty)
+{
+    const unsigned short value[1] = {0};
+    TransformPtr result;
+    EXPECT_TRUE(failsWith(Create1DLutTransformFromShort(BIT_DEPTH_16f, BIT_DEPTH_16i, 0, value, value, value,
+                                                        HALF_FLAGS_HALF_DOMAIN, result),
+                          0x2010004, "Array content empty: Array content for <id> illegal"));
+    EXPECT_FALSE(result);
 }
 
 TEST(create3DLutTransform, makesAFreshTransform)

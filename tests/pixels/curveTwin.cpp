@@ -38,6 +38,13 @@ float fastPow(float x, float exponent) { return x > 0.0F ? fastExp2(fastLog2(x) 
 
 namespace {
 
+/// powf itself: of a base that it knows a compiler may make exp2f or exp10f, whose last bit can be another.
+float hostPow(float base, float exponent)
+{
+    const volatile float hidden = base;
+    return std::pow(hidden, exponent);
+}
+
 // The vector instructions: the second value when one of them is a NaN or both are zeros.
 float vectorMax(float a, float b) { return a > b ? a : b; }
 float vectorMin(float a, float b) { return a < b ? a : b; }
@@ -166,7 +173,7 @@ struct Density
         if (!(-0.0001F > t)) t = -0.0001F;
         shadow = narrow(film.shadow);
         const float d = narrow(film.highlight) - shadow;
-        gain = d / (1.0F - std::pow(10.0F, t));
+        gain = d / (1.0F - hostPow(10.0F, t));
         offset = gain - d;
     }
 
@@ -287,13 +294,13 @@ Formula powerAroundPivot(const ExposureContrastOp& op, float pivot, float exposu
 
 Formula linearExposure(const ExposureContrastOp& op)
 {
-    return powerAroundPivot(op, narrow(pivotOf(op)), std::pow(2.0F, narrow(op.exposure)));
+    return powerAroundPivot(op, narrow(pivotOf(op)), hostPow(2.0F, narrow(op.exposure)));
 }
 
 Formula videoExposure(const ExposureContrastOp& op)
 {
     return powerAroundPivot(op, std::pow(narrow(pivotOf(op)), VIDEO_EXPONENT),
-                            std::pow(std::pow(2.0F, narrow(op.exposure)), VIDEO_EXPONENT));
+                            hostPow(hostPow(2.0F, narrow(op.exposure)), VIDEO_EXPONENT));
 }
 
 Formula logarithmicExposure(const ExposureContrastOp& op)

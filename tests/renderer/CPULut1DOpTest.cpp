@@ -1,4 +1,5 @@
 #include "renderer/CPULut1DOp.h"
+#include "renderer/CPUInvLut1DOp.h"
 
 #include "renderer/pixelFormatAccess.h"
 #include "tests/renderer/scalarLut1D.h"
@@ -202,6 +203,17 @@ RendererType typeOf(HalfFlags flags, bool adjustsHue)
 
 } // namespace
 
+TEST(CPULut1DOp, aTableThatIsNotAsLargeAsItSaysIsRefused)
+{
+    const Failure illegal = {0x2010005, "COLOR:TRANSFORM:LUT_1D", "Array content illegal"};
+    Lut1DOp empty(0);
+    EXPECT_EQ(failureOf([&] { makeLut1DRenderer(empty); }), illegal);
+    Lut1DOp tooShort(4);
+    tooShort.getArray().getValues().resize(5);
+    EXPECT_EQ(failureOf([&] { makeLut1DRenderer(tooShort); }), illegal);
+    EXPECT_EQ(failureOf([&] { makeInvLut1DRenderer(Color::InvLut1DOp(empty)); }), illegal);
+}
+
 TEST(CPULut1DOp, domainAndHueAdjustChooseTheKernel)
 {
     EXPECT_EQ(typeOf(HALF_FLAGS_NONE, false), RENDERER_LUT_1D);
@@ -209,6 +221,10 @@ TEST(CPULut1DOp, domainAndHueAdjustChooseTheKernel)
     EXPECT_EQ(typeOf(HALF_FLAGS_NONE, true), RENDERER_LUT_1D_HUE_ADJUST);
     EXPECT_EQ(typeOf(HALF_FLAGS_HALF_DOMAIN, true), RENDERER_LUT_1D_HALF_CODE_HUE_ADJUST);
     EXPECT_EQ(typeOf(HALF_FLAGS_RAW_HALFS, false), RENDERER_LUT_1D);
+    // Whatever is not none keeps the hue.
+    Lut1DOp unknownHueAdjust(2);
+    unknownHueAdjust.setHueAdjust(static_cast<Lut1DOp::HueAdjust>(7));
+    EXPECT_EQ(makeLut1DRenderer(unknownHueAdjust)->getType(), RENDERER_LUT_1D_HUE_ADJUST);
 }
 
 TEST(CPULut1DOp, theInDepthDoesNotChangeTheKind)

@@ -1,11 +1,15 @@
 #include "renderer/CPURenderer.h"
+
+#include "renderer/CPUMatrixOp.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
 #include "utils/exception.h"
 #include "utils/logging.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -58,6 +62,26 @@ Rgba renderPixel(const Color::Transform& transform, Rgba pixel)
     renderer.apply(pixel.data(), result.data(), ROI(0, 0, 1, 1), 0, 0);
     return result;
 }
+
+/// Passes pixels on and switches an op off, as a host may while a line is being rendered.
+class SwitchingRenderer : public VirtualRenderer
+{
+public:
+    explicit SwitchingRenderer(const Color::Op& switched)
+        : VirtualRenderer(MatrixOp(BIT_DEPTH_32f, BIT_DEPTH_32f)), m_bypass(switched.getBypass())
+    {}
+
+    RendererType getType() const override { return RENDERER_SCALE; }
+
+    void render(const PixelRun& run) const override
+    {
+        std::memmove(run.destination, run.source, std::size_t{run.width} * 4 * sizeof(float));
+        m_bypass->set(true);
+    }
+
+private:
+    Color::BypassPropertyPtr m_bypass;
+};
 
 MatrixOp* diagonal(float value) { return Color::makeDiagonalMatrix(BIT_DEPTH_32f, BIT_DEPTH_32f, value).release(); }
 
@@ -186,7 +210,7 @@ TEST(CPURenderer, aListLongerThanTheStackHoldsIsRenderedToo)
     EXPECT_EQ(renderPixel(transform, {1, 2, 3, 4}), (Rgba{3, 6, 9, 12}));
 }
 
-TEST(CPURenderer, aDynamicBypassIsHonouredAtTheNextLine)
+TEST(CPURenderer, aDynamicBypassIsHonouredWithoutAnotherFinalize)
 {
     Color::Transform transform;
     auto* twice = diagonal(2);
@@ -202,6 +226,24 @@ TEST(CPURenderer, aDynamicBypassIsHonouredAtTheNextLine)
     twice->getBypass()->set(true);
     renderer.apply(source.data(), result.data(), ROI(0, 0, 1, 1), 0, 0);
     EXPECT_EQ(result, (Rgba{3, 6, 9, 12}));
+}
+
+TEST(CPURenderer, aValueThatChangesWithinALineIsHonouredFromTheNextLineOn)
+{
+    const std::unique_ptr<MatrixOp> twice(diagonal(2));
+    twice->getBypass()->makeDynamic();
+    TransformProcessor processor;
+    processor.push_back(std::make_unique<SwitchingRenderer>(*twice));
+    processor.push_back(makeMatrixRenderer(*twice));
+
+    constexpr uint32_t width = 600; // more than the renderers take at once
+    const std::vector<float> source(width * 2 * 4, 1.f);
+    std::vector<float> result(source.size());
+    renderImage(processor, {reinterpret_cast<const unsigned char*>(source.data()), width * 16, PF_RGBA_32f},
+                {reinterpret_cast<unsigned char*>(result.data()), width * 16, PF_RGBA_32f}, ROI(0, 0, width, 2));
+    const auto secondLine = result.begin() + width * 4;
+    EXPECT_EQ(std::count(result.begin(), secondLine, 2.f), width * 4);
+    EXPECT_EQ(std::count(secondLine, result.end(), 1.f), width * 4);
 }
 
 TEST(CPURenderer, startOffsetsWrapAt32Bits)
