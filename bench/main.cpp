@@ -20,6 +20,7 @@ int main(int argc, char** argv)
 
     registerPixelRows();
     registerFinalizeRows();
+    registerFileRows();
     ComparisonTable table;
     benchmark::RunSpecifiedBenchmarks(&table);
     return 0;

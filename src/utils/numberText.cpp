@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace Color {
@@ -62,6 +63,68 @@ std::optional<Real> readLeading(std::string_view text)
     return negative ? -value : value;
 }
 
+/// The powers of ten that a double holds exactly.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int kLargestPower = 22;
+
+/// Takes the digits off the front of text and appends them to a number, which wraps around when there are too many of
+/// them. Returns how many there are.
+std::size_t takeDigits(std::string_view& text, uint64_t& number)
+{
+    std::size_t count = 0;
+    for (; count < text.size() && isDigit(text[count]); ++count)
+        number = number * 10 + static_cast<uint64_t>(text[count] - '0');
+    text.remove_prefix(count);
+    return count;
+}
+
+/// Reads in a few steps what most numbers of a file are: decimal numbers of not too many digits. The digits as a whole
+/// number and the power of ten are then exact as doubles, so one operation gives the nearest double of the number, and
+/// this the nearest float, but where it stands right between two floats: which one is nearer then depends on what was
+/// rounded off. Nothing for these, and for every other token.
+std::optional<float> readShortDecimal(std::string_view token)
+{
+    constexpr std::size_t maxDigits = 19; // all fit a uint64_t
+    constexpr uint64_t largestExact = uint64_t{1} << 53;
+
+    const bool negative = !token.empty() && token.front() == '-';
+    if (negative) token.remove_prefix(1);
+    uint64_t digits = 0;
+    std::size_t count = takeDigits(token, digits);
+    int power = 0;
+    if (!token.empty() && token.front() == '.') {
+        token.remove_prefix(1);
+        const std::size_t decimals = takeDigits(token, digits);
+        count += decimals;
+        if (count > maxDigits) return {};
+        power = -static_cast<int>(decimals);
+    }
+    if (count == 0 || count > maxDigits || digits > largestExact) return {};
+    if (!token.empty()) {
+        if (token.front() != 'e' && token.front() != 'E') return {};
+        token.remove_prefix(1);
+        const bool negativeExponent = !token.empty() && token.front() == '-';
+        if (!token.empty() && (negativeExponent || token.front() == '+')) token.remove_prefix(1);
+        uint64_t exponent = 0;
+        const std::size_t exponentDigits = takeDigits(token, exponent);
+        if (!token.empty() || exponentDigits == 0 || exponentDigits > 2) return {};
+        power += negativeExponent ? -static_cast<int>(exponent) : static_cast<int>(exponent);
+    }
+    if (power < -kLargestPower || power > kLargestPower) return {};
+
+    const auto exactDigits = static_cast<double>(digits);
+    const double number = power < 0 ? exactDigits / kPowersOfTen[-power] : exactDigits * kPowersOfTen[power];
+
+    // The bits of a double beyond those that a float has. The number is nowhere near the limits of a float.
+    constexpr uint64_t surplusBits = (uint64_t{1} << 29) - 1;
+    constexpr uint64_t halfway = uint64_t{1} << 28;
+    uint64_t bits = 0;
+    std::memcpy(&bits, &number, sizeof(bits));
+    if ((bits & surplusBits) == halfway) return {};
+    return static_cast<float>(negative ? -number : number);
+}
+
 [[noreturn]] void raiseIllegal(std::string_view token)
 {
     raise(LogCategory::XML_READER, ErrorIds::XML_CHARACTERS_ILLEGAL, token);
@@ -83,6 +146,7 @@ std::optional<double> readLeadingDouble(std::string_view text) { return readLead
 
 float readFloatToken(std::string_view token)
 {
+    if (const auto number = readShortDecimal(token)) return *number;
     if (const auto number = readLeadingFloat(token)) return *number;
 
     const bool negative = !token.empty() && token.front() == '-';

@@ -22,8 +22,6 @@ bool equalsIgnoreCase(std::string_view a, std::string_view b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lowered(x) == lowered(y); });
 }
 
-bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
 std::string_view trimmed(std::string_view text)
 {
     while (!text.empty() && isSpace(text.front()))
@@ -35,11 +33,14 @@ std::string_view trimmed(std::string_view text)
 
 std::string_view takeToken(std::string_view& text)
 {
-    const auto begin = std::find_if_not(text.begin(), text.end(), isSeparator);
-    const auto end = std::find_if(begin, text.end(), isSeparator);
-    const std::string_view token =
-        text.substr(static_cast<std::size_t>(begin - text.begin()), static_cast<std::size_t>(end - begin));
-    text.remove_prefix(static_cast<std::size_t>(end - text.begin()));
+    std::size_t begin = 0;
+    while (begin < text.size() && isSeparator(text[begin]))
+        ++begin;
+    std::size_t end = begin;
+    while (end < text.size() && !isSeparator(text[end]))
+        ++end;
+    const std::string_view token = text.substr(begin, end - begin);
+    text.remove_prefix(end);
     return token;
 }
 

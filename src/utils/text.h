@@ -10,7 +10,7 @@ namespace Color {
 
 bool equalsIgnoreCase(std::string_view a, std::string_view b);
 
-bool isSpace(char c);
+inline bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 /// Without the white space at both ends.
 std::string_view trimmed(std::string_view text);

@@ -57,7 +57,7 @@ void ArrayElt::setRawData(std::string_view text, int32_t line)
             raise(LogCategory::XML_READER, ErrorIds::XML_ARRAY_TOO_MANY_VALUES, m_array->sizeText, getTypeName(), line,
                   getFileName());
         }
-        m_array->values.push_back(value);
+        m_array->append(value);
     }
 }
 

@@ -14,6 +14,9 @@ struct FileArray
     uint64_t capacity = 0; ///< how many values there may be; 0 until sized
     std::string sizeText;  ///< how the message of a surplus value spells the size, such as "3x3"
     std::vector<float> values;
+
+    /// There must be fewer values than the capacity.
+    void append(float value);
 };
 
 /// The second base of the op elements that carry an array.

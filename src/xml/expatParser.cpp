@@ -1,6 +1,7 @@
 #include "xml/expatParser.h"
 
 #include <algorithm>
+#include <array>
 #include <expat.h>
 #include <new>
 #include <utility>
@@ -19,6 +20,22 @@ constexpr uint64_t kLongMarkup = uint64_t{64} << 10;
 /// How much of long markup may be scanned again before the document is refused.
 constexpr uint64_t kRescanLimit = uint64_t{1} << 30;
 
+/// The characters of an element's text that are neither markup nor control characters nor beyond ASCII.
+constexpr std::array<bool, 256> kPlainCharacters = [] {
+    std::array<bool, 256> isPlain{};
+    for (std::size_t c = ' '; c <= '~'; ++c)
+        isPlain[c] = c != '<' && c != '&' && c != ']';
+    isPlain['\t'] = true;
+    return isPlain;
+}();
+
+/// Whether expat would hand the text of an element on as it is.
+bool isPlainText(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return kPlainCharacters[static_cast<unsigned char>(c)]; });
+}
+
 } // namespace
 
 DocumentHandler::~DocumentHandler() = default;
@@ -35,15 +52,20 @@ ExpatParser::ExpatParser(DocumentHandler& handler) : m_handler(handler), m_parse
         m_parser,
         [](void* self, const XML_Char* name, const XML_Char** attributes) {
             auto& parser = *static_cast<ExpatParser*>(self);
+            ++parser.m_depth;
             parser.guard([&] { parser.m_handler.startElement(name, attributes); });
         },
         [](void* self, const XML_Char* name) {
             auto& parser = *static_cast<ExpatParser*>(self);
+            --parser.m_depth;
             parser.guard([&] { parser.m_handler.endElement(name); });
         });
     XML_SetCharacterDataHandler(m_parser, [](void* self, const XML_Char* text, int length) {
         auto& parser = *static_cast<ExpatParser*>(self);
         parser.guard([&] { parser.m_handler.characterData(text, length); });
+    });
+    XML_SetStartDoctypeDeclHandler(m_parser, [](void* self, const XML_Char*, const XML_Char*, const XML_Char*, int) {
+        static_cast<ExpatParser*>(self)->m_hasDoctype = true;
     });
 }
 
@@ -64,6 +86,11 @@ void ExpatParser::guard(Call&& call) noexcept
 
 ExpatParser::Result ExpatParser::feed(std::string_view text)
 {
+    // The many lines of numbers of a LUT need no markup parser.
+    if (isInText() && !text.empty() && text.size() <= kLargestPiece && isPlainText(text)) {
+        m_handler.characterData(text.data(), static_cast<int>(text.size()));
+        return Result::Good;
+    }
     // Markup ends with a '>', so no other piece can complete it.
     if (m_pending > kLongMarkup && text.find('>') == std::string_view::npos) {
         m_held += text;
@@ -77,6 +104,7 @@ ExpatParser::Result ExpatParser::feed(std::string_view text)
 
 ExpatParser::Result ExpatParser::parse(std::string_view text)
 {
+    m_hasNull = m_hasNull || text.find('\0') != std::string_view::npos;
     while (!text.empty()) {
         const std::string_view piece = text.substr(0, kLargestPiece);
         text.remove_prefix(piece.size());

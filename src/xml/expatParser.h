@@ -58,6 +58,8 @@ private:
     void guard(Call&& call) noexcept;
     Result parse(std::string_view text);
     void updatePending();
+    /// Whether text of an element comes next, in an encoding that has ASCII as it is.
+    bool isInText() const { return m_depth > 0 && m_pending == 0 && !m_hasDoctype && !m_hasNull; }
 
     DocumentHandler& m_handler;
     XML_ParserStruct* m_parser;
@@ -67,6 +69,9 @@ private:
     uint64_t m_parsed = 0;
     uint64_t m_pending = 0;
     uint64_t m_rescanned = 0;
+    uint64_t m_depth = 0;      ///< of open elements
+    bool m_hasDoctype = false; ///< and may thus have entities, whose growth expat compares with all that it was fed
+    bool m_hasNull = false;    ///< as only documents in UTF-16 may
 };
 
 } // namespace Color::Xml::Reader

@@ -50,6 +50,11 @@ void writeNumbers(std::ostream& stream, const NumberLayout& layout, const ArrayN
     char* const number = text + layout.width;
     std::fill(text, number, ' ');
 
+    // A stream takes few long pieces much faster than many short ones.
+    constexpr std::size_t pieceSize = 4096;
+    std::string piece;
+    piece.reserve(pieceSize + sizeof(text));
+
     std::size_t leftOnLine = numbers.perLine;
     for (std::size_t i = 0; i < numbers.size; i += numbers.stride) {
         char* const end = layout.print(number, numbers.values[i]);
@@ -58,8 +63,13 @@ void writeNumbers(std::ostream& stream, const NumberLayout& layout, const ArrayN
         *end = leftOnLine == 0 ? '\n' : ' ';
         if (leftOnLine == 0) leftOnLine = numbers.perLine;
         const char* const begin = text + std::min(length, layout.width);
-        stream.write(begin, end + 1 - begin);
+        piece.append(begin, static_cast<std::size_t>(end + 1 - begin));
+        if (piece.size() >= pieceSize) {
+            stream << piece;
+            piece.clear();
+        }
     }
+    stream << piece;
 }
 
 } // namespace

@@ -274,7 +274,7 @@ TEST(CDLReader, anyDamageIsSurvived)
         const std::string good = load(name);
         const std::size_t end = good.rfind('>');
         EXPECT_TRUE(reads(good)) << name;
-        for (std::size_t i = 0; i <= end; ++i) {
+        for (std::size_t i = 0; i <= end; i += MORVANE_SAMPLE_STEP) {
             EXPECT_FALSE(reads(good.substr(0, i))) << name << i;
             for (const char c : nasty) {
                 std::string text = good;

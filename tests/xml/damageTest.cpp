@@ -64,7 +64,7 @@ TEST(Damage, fileCutAtAnyByteFails)
     for (const char* name : kFiles) {
         const std::string text = load(name);
         const std::size_t end = text.rfind('>');
-        for (std::size_t size = 0; size <= end; ++size)
+        for (std::size_t size = 0; size <= end; size += MORVANE_SAMPLE_STEP)
             EXPECT_FALSE(loads(text.substr(0, size))) << name << size;
     }
 }
@@ -75,7 +75,7 @@ TEST(Damage, anyByteMayBeReplaced)
     for (const char* name : kFiles) {
         const std::string good = load(name);
         std::size_t survivors = 0;
-        for (std::size_t i = 0; i < good.size(); ++i) {
+        for (std::size_t i = 0; i < good.size(); i += MORVANE_SAMPLE_STEP) {
             for (const char c : nasty) {
                 std::string text = good;
                 text[i] = c;
