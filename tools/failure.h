@@ -13,7 +13,8 @@ enum class ExitCode : int
     USAGE = 2,      ///< wrong usage
     TRANSFORM = 3,  ///< a transform cannot be loaded or used
     READ = 4,       ///< an image cannot be read
-    WRITE = 5,      ///< an image cannot be written
+    WRITE = 5,      ///< an image or a transform cannot be written
+    WARNINGS = 6,   ///< a transform that was checked can be used, but warnings were logged
 };
 
 /// A failure with its exit code. The text is what follows "morvane: " on standard error, always one line.

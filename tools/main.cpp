@@ -1,4 +1,6 @@
 #include "applyCommand.h"
+#include "checkCommand.h"
+#include "convertCommand.h"
 #include "formatsCommand.h"
 #include "infoCommand.h"
 #include "temporaryFile.h"
@@ -22,7 +24,8 @@ const char* const kFooter =
     "  2  wrong usage; nothing was done\n"
     "  3  a transform cannot be loaded or used\n"
     "  4  an image cannot be read\n"
-    "  5  an image cannot be written\n"
+    "  5  an image or a transform cannot be written\n"
+    "  6  a transform that was checked has warnings, and none has errors\n"
     "With several images the code is that of the first failure; the others are still converted.";
 
 const char* const kApplyFooter =
@@ -67,11 +70,25 @@ ExitCode run(int argc, char** argv)
     std::string depth;
     addApply(app, applyOptions, depth);
 
-    std::vector<std::string> infoFiles;
-    bool json = false;
+    std::string convertInput, convertOutput;
+    CLI::App* convert = app.add_subcommand("convert", "Write a transform of any format as a ctf file");
+    convert->add_option("input", convertInput, "Transform file")->type_name("IN")->required();
+    convert->add_option("output", convertOutput, "The ctf file; one that exists is replaced")
+        ->type_name("OUT.ctf")
+        ->required();
+
+    std::vector<std::string> transformFiles;
+    InfoOptions infoOptions;
     CLI::App* info = app.add_subcommand("info", "Show what transforms hold");
-    info->add_option("files", infoFiles, "Transform files")->type_name("FILE...")->required();
-    info->add_flag("--json", json, "As JSON");
+    info->add_option("files", transformFiles, "Transform files")->type_name("FILE...")->required();
+    CLI::Option* infoJson = info->add_flag("--json", infoOptions.json, "As JSON");
+    info->add_flag("--picture", infoOptions.picture, "With pictures of curves and cubes, as on a terminal")
+        ->excludes(infoJson);
+
+    bool json = false;
+    CLI::App* check = app.add_subcommand("check", "Read transforms and tell what is wrong with them, line by line");
+    check->add_option("files", transformFiles, "Transform files")->type_name("FILE...")->required();
+    check->add_flag("--json", json, "As JSON");
     CLI::App* formats = app.add_subcommand("formats", "List the transform, pixel and image formats");
     formats->add_flag("--json", json, "As JSON");
 
@@ -84,8 +101,11 @@ ExitCode run(int argc, char** argv)
         throw Failure(ExitCode::USAGE, std::string(error.what()) + " (see morvane --help)");
     }
 
-    Morvane::setLoggerFunction(verbose ? logToStandardError : logNothing);
-    if (info->parsed()) return runInfo(infoFiles, json);
+    const Morvane::LoggerFunction logger = verbose ? logToStandardError : logNothing;
+    Morvane::setLoggerFunction(logger);
+    if (convert->parsed()) return runConvert(convertInput, convertOutput);
+    if (info->parsed()) return runInfo(transformFiles, infoOptions);
+    if (check->parsed()) return runCheck(transformFiles, json, logger);
     if (formats->parsed()) return runFormats(json);
     applyOptions.outputDepth = Morvane::getBitDepth(depth.c_str());
     return runApply(applyOptions);

@@ -35,6 +35,24 @@ TransformPtr join(const TransformPtr& first, const TransformPtr& second)
     return joined;
 }
 
+/// The change between two depths and nothing else.
+TransformPtr makeScale(Morvane::BitDepth in, Morvane::BitDepth out)
+{
+    const float factor = Morvane::getBitDepthValueRange(out) / Morvane::getBitDepthValueRange(in);
+    const float matrix[16] = {factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor};
+    const float offsets[4] = {0, 0, 0, 0};
+    TransformPtr scale;
+    const Morvane::MorvaneStatus made = Morvane::CreateMatrixTransform(in, out, matrix, offsets, true, scale);
+    if (!made) throw Failure(ExitCode::TRANSFORM, "cannot make a scale: " + messageOf(made));
+    return scale;
+}
+
+/// A scale between two equal depths would do nothing, and be removed as such.
+Morvane::BitDepth anotherThan(Morvane::BitDepth depth)
+{
+    return depth == Morvane::BIT_DEPTH_8i ? Morvane::BIT_DEPTH_16i : Morvane::BIT_DEPTH_8i;
+}
+
 /// A dither changes no scale, whatever its depths: at an end of the chain it would hand the image values of the other
 /// side. An op that does nothing but scale goes between them.
 TransformPtr withScaleAroundDither(const TransformPtr& chain)
@@ -42,11 +60,16 @@ TransformPtr withScaleAroundDither(const TransformPtr& chain)
     OpNames ops;
     const Morvane::MorvaneStatus described = chain->describe(ops);
     if (!described || ops.names.empty()) return chain;
-    TransformPtr scale;
-    const Morvane::MorvaneStatus made = Morvane::createStockTransform(Morvane::STOCK_TRANSFORM_IDENTITY, scale);
-    if (!made) throw Failure(ExitCode::TRANSFORM, "cannot make a scale: " + messageOf(made));
-    const TransformPtr scaled = ops.names.front() == "Dither" ? join(scale, chain) : chain;
-    return ops.names.back() == "Dither" ? join(scaled, scale) : scaled;
+    TransformPtr scaled = chain;
+    if (ops.names.front() == "Dither") {
+        const Morvane::BitDepth in = chain->getInputBitDepth();
+        scaled = join(makeScale(anotherThan(in), in), scaled);
+    }
+    if (ops.names.back() == "Dither") {
+        const Morvane::BitDepth out = chain->getOutputBitDepth();
+        scaled = join(scaled, makeScale(out, anotherThan(out)));
+    }
+    return scaled;
 }
 
 } // namespace

@@ -7,7 +7,7 @@ if(NOT result EQUAL 0)
     message(FATAL_ERROR "The generator failed: ${result}")
 endif()
 
-file(GLOB_RECURSE tracked RELATIVE ${TRACKED} ${TRACKED}/*.ctf)
+file(GLOB_RECURSE tracked RELATIVE ${TRACKED} ${TRACKED}/*.ctf ${TRACKED}/*.cdl ${TRACKED}/*.lut ${TRACKED}/*.3dl)
 file(GLOB_RECURSE made RELATIVE ${MADE} ${MADE}/*)
 list(SORT tracked)
 list(SORT made)

@@ -56,6 +56,42 @@ TEST_F(DemoChartTest, patchesComeBackAsTheirPublishedCodes)
     EXPECT_LE(seen.at(1150, 100, 2), 13);
 }
 
+TEST_F(DemoChartTest, goesThroughAChainOfEachFormat)
+{
+    ASSERT_EQ(demoChart({"chart.exr"}).exitCode, 0);
+    const std::vector<std::string> chain = {
+        MORVANE_TRANSFORMS "/ACES2065-1_to_linear-sRGB.ctf", MORVANE_TRANSFORMS "/demo/linear-sRGB_to_film-log.ctf",
+        MORVANE_TRANSFORMS "/demo/warm.cdl", MORVANE_TRANSFORMS "/demo/film-log_to_sRGB.lut",
+        MORVANE_TRANSFORMS "/demo/split-tone.3dl"};
+    std::vector<std::string> arguments = {"apply", "--out-depth", "8i"}, converted = arguments;
+    for (size_t i = 0; i < chain.size(); ++i) {
+        const std::string name = std::to_string(i) + ".ctf";
+        expectSuccess({"convert", chain[i], name});
+        arguments.push_back(chain[i]);
+        converted.push_back(name);
+    }
+    arguments.insert(arguments.end(), {"chart.exr", "graded.png"});
+    converted.insert(converted.end(), {"chart.exr", "converted.png"});
+    expectSuccess(arguments);
+    expectSuccess(converted);
+    const TestImage graded = readImage(path("graded.png"));
+    EXPECT_EQ(graded.values, readImage(path("converted.png")).values);
+
+    // Fifteen steps of one stop each, from nearly black to white: all differ, and the dark ones are cool, the light
+    // ones warm.
+    const auto sample = [&](int step, int channel) { return graded.at(60 + 1812 * (2 * step + 1) / 30, 978, channel); };
+    for (int step = 1; step < 15; ++step) {
+        EXPECT_GT(sample(step, 1), sample(step - 1, 1)) << step;
+    }
+    EXPECT_GE(sample(14, 1), 250.0);
+    for (const int step : {3, 4, 5}) {
+        EXPECT_LT(sample(step, 0), sample(step, 2)) << step;
+    }
+    for (const int step : {8, 9, 10, 11}) {
+        EXPECT_GT(sample(step, 0), sample(step, 2)) << step;
+    }
+}
+
 TEST_F(DemoChartTest, previewEncodesForADisplay)
 {
     // 0.5 becomes 188 and 0.18 becomes 118 of 255; what is out of range is clipped.

@@ -7,6 +7,11 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <unistd.h>
+
 using ::testing::HasSubstr;
 
 namespace {
@@ -25,6 +30,35 @@ protected:
                            "<Range inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
                            "<minInValue>0</minInValue><minOutValue>0.25</minOutValue></Range>\n"
                            "</ProcessList>\n");
+    }
+
+    /// Runs the command under a locale.
+    Outcome morvaneIn(const char* locale, const std::vector<std::string>& arguments) const
+    {
+        return runProgram(MORVANE_COMMAND, arguments, m_directory, nullptr, [&] { setenv("LC_ALL", locale, 1); });
+    }
+
+    /// Writes a table that halves red, leaves green and squares blue, a cube that swaps red and blue, and a table that
+    /// is bypassed.
+    void writeTables() const
+    {
+        writeText("tables.ctf",
+                  "<ProcessList id=\"1\" version=\"1.6\"><Description>Info &amp; more</Description>\n"
+                  "<Info><Made>by hand</Made></Info>\n"
+                  "<LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                  "<Array dim=\"5 3\">0 0 0  0.125 0.25 0.0625  0.25 0.5 0.25  0.375 0.75 0.5625  0.5 1 1</Array>\n"
+                  "</LUT1D>\n"
+                  "<LUT3D inBitDepth=\"32f\" outBitDepth=\"32f\"><Array dim=\"2 2 2 3\">\n"
+                  "0 0 0 1 0 0 0 1 0 1 1 0 0 0 1 1 0 1 0 1 1 1 1 1</Array></LUT3D>\n"
+                  "<LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\" bypass=\"true\">\n"
+                  "<Array dim=\"2 1\">0 1</Array></LUT1D>\n</ProcessList>\n");
+    }
+
+    /// The part of a listing from one line to another that begins with the text.
+    static std::string part(const std::string& text, const std::string& from, const std::string& to)
+    {
+        const size_t begin = text.find(from), end = text.find(to, begin);
+        return begin == std::string::npos ? "" : text.substr(begin, end - begin);
     }
 };
 
@@ -80,16 +114,98 @@ TEST_F(InfoTest, aBadFileIsReportedAndTheOthersShown)
     EXPECT_EQ(nlohmann::json::parse(morvane({"info", "--json", "none.ctf", "a.ctf"}).output).size(), 1u);
 }
 
+TEST_F(InfoTest, picturesShowCurvesAndCubesInBlocks)
+{
+    writeTables();
+    const Outcome outcome = morvaneIn("C.UTF-8", {"info", "--picture", "tables.ctf"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(part(outcome.output, "      Picture: greys", "    LUT 3D"),
+              "      Picture: greys from 0 to 1 across, what they become from 0 to 1 upwards\n"
+              "      Red                     Green                   Blue\n"
+              "                                                 ▃▅▇                      ▂▆\n"
+              "                                             ▂▄▆████                    ▃▆██\n"
+              "                                         ▁▃▅████████                  ▃▇████\n"
+              "                     ▁▂▃▄▅▆▇          ▃▅▇███████████               ▃▆███████\n"
+              "              ▁▂▃▅▆▇████████      ▂▄▆███████████████           ▂▃▅██████████\n"
+              "      ▁▂▃▄▅▆▇███████████████  ▁▃▅███████████████████   ▁▁▂▂▃▅▆██████████████\n");
+    EXPECT_EQ(part(outcome.output, "      Picture: red", "    LUT 1D"),
+              "      Picture: red from 0 to 1 across, green from 0 to 1 upwards, at blue 0.5; shades from 0 to 1\n"
+              "      Red               Green             Blue\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒  ████████████████    ░░░░▒▒▒▒▓▓▓▓██\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒  ▓▓▓▓▓▓▓▓▓▓▓▓▓▓▓▓    ░░░░▒▒▒▒▓▓▓▓██\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒  ▓▓▓▓▓▓▓▓▓▓▓▓▓▓▓▓    ░░░░▒▒▒▒▓▓▓▓██\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒  ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒    ░░░░▒▒▒▒▓▓▓▓██\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒  ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒    ░░░░▒▒▒▒▓▓▓▓██\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒  ░░░░░░░░░░░░░░░░    ░░░░▒▒▒▒▓▓▓▓██\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒  ░░░░░░░░░░░░░░░░    ░░░░▒▒▒▒▓▓▓▓██\n"
+              "      ▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒▒                      ░░░░▒▒▒▒▓▓▓▓██\n");
+    // The bypassed table has none.
+    EXPECT_THAT(part(outcome.output, "      Bypass: true", "Picture"), ::testing::EndsWith("Array Dimension: 2\n"));
+}
+
+TEST_F(InfoTest, picturesAreInASCIIUnderALocaleWithoutUTF8)
+{
+    writeText("negative.ctf", "<ProcessList id=\"1\" version=\"1.6\">\n"
+                              "<LUT1D inBitDepth=\"8i\" outBitDepth=\"8i\"><Array dim=\"2 1\">255 0</Array></LUT1D>\n"
+                              "</ProcessList>\n");
+    EXPECT_EQ(part(morvaneIn("C", {"info", "--picture", "negative.ctf"}).output, "      Picture", "\n\n"),
+              "      Picture: greys from 0 to 1 across, what they become from 0 to 1 upwards\n"
+              "      All channels\n"
+              "      #===...\n"
+              "      #########===...\n"
+              "      #################===...\n"
+              "      #########################===...\n"
+              "      #################################===...\n"
+              "      #########################################===...\n");
+}
+
+TEST_F(InfoTest, onlyATerminalGetsPicturesUnasked)
+{
+    writeTables();
+    EXPECT_THAT(morvane({"info", "tables.ctf"}).output, ::testing::Not(HasSubstr("Picture")));
+
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+    const std::string name = ptsname(terminal);
+    // Held open here, so that the terminal keeps what was written until it is read.
+    const int ours = open(name.c_str(), O_RDWR | O_NOCTTY);
+    const auto printOnTerminal = [&] { dup2(ours, STDOUT_FILENO); };
+    runProgram(MORVANE_COMMAND, {"info", "a.ctf"}, m_directory, nullptr, printOnTerminal);
+    char text[4096];
+    const ssize_t length = read(terminal, text, sizeof text);
+    close(ours);
+    close(terminal);
+    ASSERT_GT(length, 0);
+    const std::string shown(text, static_cast<size_t>(length));
+    EXPECT_THAT(shown, HasSubstr("Min Output Value: 0.25\r\n      Picture: greys from 0 to 1 across, "));
+    EXPECT_THAT(part(shown, "    Matrix", "    Range"), ::testing::Not(HasSubstr("Picture")));
+}
+
+TEST_F(InfoTest, jsonHasNoPictures)
+{
+    const Outcome outcome = morvane({"info", "--json", "--picture", "a.ctf"});
+    EXPECT_EQ(outcome.exitCode, 2);
+    EXPECT_EQ(outcome.error, "morvane: --json excludes --picture (see morvane --help)\n");
+}
+
 TEST_F(InfoTest, formatsListsTransformsPixelsAndImages)
 {
     const Outcome text = morvane({"formats"});
     EXPECT_EQ(text.exitCode, 0);
-    EXPECT_THAT(text.output, HasSubstr("Transforms that can be read:\n  ctf      ctf\n"));
+    EXPECT_THAT(text.output, HasSubstr("Transforms that can be read:\n"
+                                       "  ctf      ctf\n"
+                                       "  cdl      ASC CDL color decision list XML format\n"
+                                       "  ccc      ASC CDL color correction collection XML format\n"
+                                       "  cc       CDL fragment format\n"
+                                       "  lut      Halvorn 1d-LUT format\n"
+                                       "  3dl      Halvorn 3d-LUT format\n"));
     EXPECT_THAT(text.output, HasSubstr("\n  PF_RGBA_10iP 4 channels,  4 bytes\n"));
     EXPECT_THAT(text.output, HasSubstr("\n  openexr        rw  exr"));
 
     const nlohmann::json document = nlohmann::json::parse(morvane({"formats", "--json"}).output);
     EXPECT_EQ(document["transforms"][0], nlohmann::json({{"extension", "ctf"}, {"description", "ctf"}}));
+    EXPECT_EQ(document["transforms"].size(), 6u);
     EXPECT_EQ(document["pixelFormats"].size(), 32u);
     EXPECT_EQ(document["pixelFormats"][0], nlohmann::json({{"name", "PF_RGB_8i"}, {"channels", 3}, {"bytes", 3}}));
     bool foundPNG = false;
@@ -123,7 +239,8 @@ TEST_F(InfoTest, helpTellsTheExitCodes)
     const std::string help = morvane({"--help"}).output;
     for (const char* line : {"  0  everything was done\n", "  1  something failed while an image was converted\n",
                              "  2  wrong usage; nothing was done\n", "  3  a transform cannot be loaded or used\n",
-                             "  4  an image cannot be read\n", "  5  an image cannot be written\n"}) {
+                             "  4  an image cannot be read\n", "  5  an image or a transform cannot be written\n",
+                             "  6  a transform that was checked has warnings, and none has errors\n"}) {
         EXPECT_THAT(help, HasSubstr(line));
     }
 }
