@@ -25,6 +25,7 @@
 #include "morvane/halfFlags.h"
 #include "morvane/mixingSliderUnits.h"
 #include "morvane/pixelFormat.h"
+#include "morvane/preferences.h"
 #include "morvane/roi.h"
 #include "morvane/status.h"
 #include "morvane/transform.h"

@@ -22,10 +22,7 @@ public:
     /// tells of its own failures.
     void write(const ColorTransformPtr& transform, std::ostream& stream) const;
 
-    /// The same to a file, whose former content is gone as soon as the file can be opened; a later failure leaves what
-    /// was written so far. Throws 0x3030003 when an existing file cannot be opened, 0x3030004 when there is no such
-    /// directory, 0x3030002 when the file cannot be made in it, and 0x3060004 with the system's reason when a write
-    /// fails.
+    /// The same to a file. Fails as writeOutputFile() does, too.
     void write(const ColorTransformPtr& transform, const std::string& fileName) const;
 };
 

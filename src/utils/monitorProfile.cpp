@@ -1,0 +1,7 @@
+#include "utils/monitorProfile.h"
+
+namespace Color {
+
+std::string getMonitorProfile() { return {}; }
+
+} // namespace Color
