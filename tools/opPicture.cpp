@@ -87,9 +87,8 @@ std::vector<Pixel> renderedGreys(const TransformPtr& transform, size_t count)
 
 std::vector<float> channelOf(const std::vector<Pixel>& pixels, size_t channel)
 {
-    std::vector<float> values;
-    for (const Pixel& pixel : pixels)
-        values.push_back(pixel[channel]);
+    std::vector<float> values(pixels.size());
+    std::transform(pixels.begin(), pixels.end(), values.begin(), [=](const Pixel& pixel) { return pixel[channel]; });
     return values;
 }
 
