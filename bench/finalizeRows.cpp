@@ -1,8 +1,12 @@
 #include "rows.h"
+#include "work.h"
 
 #include <benchmark/benchmark.h>
+#include <cmath>
 #include <cstdlib>
 #include <morvane/morvane.h>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -26,6 +30,61 @@ void finalizeUnchanged(benchmark::State& state)
     }
 }
 
+/// Groups of six ops: three matrices that merge, a CDL without effect, a range and a gamma that stay.
+Morvane::TransformPtr makeThirtyOps()
+{
+    const std::string depths = " inBitDepth=\"32f\" outBitDepth=\"32f\"";
+    const std::string matrix =
+        "<Matrix" + depths + "><Array dim=\"3 3 3\">0.7 0.2 0.1 0.1 0.8 0.1 0 0.1 0.9</Array></Matrix>";
+    const std::string group = matrix + matrix + matrix + "<ASC_CDL" + depths +
+                              " style=\"v1.2_Fwd\"><SOPNode><Slope>1 1 1</Slope><Offset>0 0 0</Offset><Power>1 1 "
+                              "1</Power></SOPNode></ASC_CDL>" +
+                              "<Range" + depths +
+                              "><minInValue>0.1</minInValue><maxInValue>0.9</maxInValue><minOutValue>0</"
+                              "minOutValue><maxOutValue>1</maxOutValue>"
+                              "</Range><Gamma" +
+                              depths + " style=\"basicFwd\"><GammaParams gamma=\"2.2\"/></Gamma>";
+    return transformOf(group + group + group + group + group);
+}
+
+Morvane::TransformPtr twice(const Morvane::TransformPtr& transform)
+{
+    Morvane::TransformPtr result;
+    require(Morvane::concatenateTransforms(transform, transform, result));
+    return result;
+}
+
+Morvane::TransformPtr makeCube(unsigned size)
+{
+    std::vector<float> values;
+    for (unsigned i = 0; i < size * size * size; ++i) {
+        for (const unsigned coordinate : {i / size / size, i / size % size, i % size}) {
+            values.push_back(std::pow(static_cast<float>(coordinate) / static_cast<float>(size - 1), 1.1f));
+        }
+    }
+    Morvane::TransformPtr result;
+    require(Morvane::Create3DLutTransformFromFloat(Morvane::BIT_DEPTH_32f, Morvane::BIT_DEPTH_32f, size, values.data(),
+                                                   result));
+    return result;
+}
+
+/// The flat copy and the optimizer: a transform that gets no renderers is finalized at each call.
+void optimize(benchmark::State& state, const Morvane::TransformPtr& transform)
+{
+    for (auto _ : state) {
+        Morvane::TransformPtr result;
+        require(Morvane::finalize(transform, Morvane::PF_RGBA_32f, Morvane::PF_RGBA_32f, Morvane::RENDERER_NONE,
+                                  Morvane::OPTIMIZER_LUT3D, Morvane::RESOLVE_BROADCAST_MONITOR, result));
+    }
+}
+
 } // namespace
 
-void registerFinalizeRows() { benchmark::RegisterBenchmark("finalize, unchanged|ours", finalizeUnchanged); }
+void registerFinalizeRows()
+{
+    benchmark::RegisterBenchmark("finalize, unchanged|ours", finalizeUnchanged);
+    benchmark::RegisterBenchmark("optimize 30 ops|ours", optimize, makeThirtyOps());
+    benchmark::RegisterBenchmark("merge two 1D LUTs|ours", optimize, twice(lut1DWork("", Curves::Three).ours()));
+    benchmark::RegisterBenchmark("merge two 33-point cubes|ours", optimize, twice(makeCube(33)));
+    benchmark::RegisterBenchmark("merge two 65-point cubes|ours", optimize, twice(makeCube(65)));
+}

@@ -46,7 +46,8 @@ int main()
         !check(makeDisplayCurve(curve), "make the curve") ||
         !check(Morvane::concatenateTransforms(controls, curve, transform), "join the two") ||
         !check(Morvane::finalize(transform, Morvane::PF_RGBA_32f, Morvane::PF_RGB_8i, Morvane::RENDERER_CPU,
-                                 Morvane::OPTIMIZER_DEFAULT, Morvane::RESOLVE_BROADCAST_MONITOR, transform),
+                                 Morvane::OPTIMIZER_DEFAULT | Morvane::OPTIMIZER_KEEP_DYNAMIC,
+                                 Morvane::RESOLVE_BROADCAST_MONITOR, transform),
                "finalize the transform")) {
         return 1;
     }

@@ -22,17 +22,19 @@ inline RendererFlags operator|(RendererFlags a, RendererFlags b)
     return static_cast<RendererFlags>(static_cast<uint32_t>(a) | static_cast<uint32_t>(b));
 }
 
-/// How far the optimizer may go: the lowest score of an action that is still carried out, in the low 31 bits. This
-/// release keeps the value with the transform and renders every operator as it stands.
+/// How far the optimizer may go: the lowest score of an action that is still carried out, in the low 31 bits. With 0
+/// finalize() fails. The optimizer works on a copy: a transform keeps its own operators.
 using OptimizerFlags = uint32_t;
 
-constexpr OptimizerFlags OPTIMIZER_OFF = 101;                 ///< change nothing
-constexpr OptimizerFlags OPTIMIZER_REMOVE = 100;              ///< remove operators without effect
-constexpr OptimizerFlags OPTIMIZER_MATRIX = 95;               ///< and redundant ranges, and merge matrices
-constexpr OptimizerFlags OPTIMIZER_DEFAULT = 90;              ///< what a transform starts with
-constexpr OptimizerFlags OPTIMIZER_LUT1D = 75;                ///< and merge 1D LUTs
-constexpr OptimizerFlags OPTIMIZER_LUT3D = 45;                ///< and merge 3D LUTs
-constexpr OptimizerFlags OPTIMIZER_KEEP_DYNAMIC = 0x80000000; ///< leave operators with dynamic properties alone
+constexpr OptimizerFlags OPTIMIZER_OFF = 101;    ///< change nothing
+constexpr OptimizerFlags OPTIMIZER_REMOVE = 100; ///< remove operators that are bypassed or have no effect
+constexpr OptimizerFlags OPTIMIZER_MATRIX = 95;  ///< and redundant ranges, and merge matrices
+constexpr OptimizerFlags OPTIMIZER_DEFAULT = 90; ///< what a transform starts with
+constexpr OptimizerFlags OPTIMIZER_LUT1D = 75;   ///< and merge 1D LUTs
+constexpr OptimizerFlags OPTIMIZER_LUT3D = 45;   ///< and merge 3D LUTs
+/// To be combined with one of the others: leave operators with dynamic properties alone. Without it an operator that
+/// has no effect at the moment of finalize() is removed, and a value that is set afterwards shows nothing.
+constexpr OptimizerFlags OPTIMIZER_KEEP_DYNAMIC = 0x80000000;
 
 /// Which monitor the alias "currentMonitor" of a reference stands for. This release has no references; it keeps the
 /// value with the transform.
@@ -53,11 +55,14 @@ enum ResolveFlags : uint32_t
 /// as they are: renderers are made from a copy, without the operators that are bypassed for good.
 ///
 /// Fails with 0x4010002 when source is null (result is then left alone), with 0x6010001 when a renderer is asked for
-/// that is not part of this build or, for RENDERER_GPU, when the transform has no adaptor.
+/// that is not part of this build or, for RENDERER_GPU, when the transform has no adaptor, with 0x4010006 for an
+/// optimizer threshold of 0, with 0x4010007 when an optimized transform is not valid.
 ///
 /// The environment variables MORVANE_CPU_RENDERER and MORVANE_GPU_RENDERER, read at each call that makes renderers and
 /// set to exactly CPU, OCIO, GPU or OCIO_GPU, take the place of the renderer's own kind. A kind for the other side
-/// fails with 0x4010004. Any other text counts as not set.
+/// fails with 0x4010004. Any other text counts as not set. MORVANE_OPTIMIZER_VALUE and
+/// MORVANE_OPTIMIZER_KEEP_DYNAMIC_OPS, read once when the library is loaded, replace the optimizer's threshold and
+/// whether it keeps dynamic operators (0 or greater than 0).
 MORVANE_API MorvaneStatus finalize(const TransformPtr& source, PixelFormat in, PixelFormat out, RendererFlags renderers,
                                    OptimizerFlags optimizer, ResolveFlags resolve, TransformPtr& result);
 

@@ -1,6 +1,7 @@
 #include "morvane/transformImpl.h"
 
 #include "morvane/transformDescription.h"
+#include "renderer/optimizer.h"
 #include "utils/statusImpl.h"
 #include "utils/text.h"
 
@@ -234,7 +235,7 @@ MorvaneStatus Transform::finalize(PixelFormat in, PixelFormat out, RendererFlags
         // and watch again. No op of this build is a reference, so the flags are all there is to keep.
         m_resolveFlags = resolveFlags;
         const Color::ColorTransformPtr flat = m_transform->clone(Color::CloneMode::Flatten);
-        // Here the optimizer shortens the flat copy as far as the optimizer flags allow. This build renders it whole.
+        Rendering::optimize(*flat, optimizerFlags);
         createRenderers(*flat);
     });
 }

@@ -3,6 +3,7 @@
 #include "renderer/CPUMatrixOp.h"
 #include "renderer/pixelFormatAccess.h"
 #include "renderer/rendererFactory.h"
+#include "renderer/transformDepths.h"
 #include "utils/exception.h"
 #include "utils/logging.h"
 
@@ -16,18 +17,12 @@ namespace {
 using Color::LogCategory::RENDERER_ALL;
 
 /// Between two ops a value is always at the scale of 32f; the two ends are at the scale of the images.
-void fitDepths(Color::OpList& ops, PixelFormat in, PixelFormat out)
+void fitDepths(Color::Transform& transform, PixelFormat in, PixelFormat out)
 {
-    if (ops.empty()) return;
-    for (std::size_t i = 0; i < ops.size(); ++i) {
-        Color::Op& op = *ops.get(i);
-        if (i > 0) op.setInBitDepth(BIT_DEPTH_32f);
-        if (i + 1 < ops.size()) op.setOutBitDepth(BIT_DEPTH_32f);
-    }
-    Color::Op& first = *ops.get(0);
-    if (first.getInBitDepth() != getDepthOf(in)) first.setInBitDepth(getDepthOf(in));
-    Color::Op& last = *ops.get(ops.size() - 1);
-    if (last.getOutBitDepth() != getDepthOf(out)) last.setOutBitDepth(getDepthOf(out));
+    if (transform.getOpList().empty()) return;
+    setAllBitDepths(BIT_DEPTH_32f, &transform);
+    if (transform.getInBitDepth() != getDepthOf(in)) transform.setInBitDepth(getDepthOf(in));
+    if (transform.getOutBitDepth() != getDepthOf(out)) transform.setOutBitDepth(getDepthOf(out));
 }
 
 /// What a processor does that would otherwise be empty. Without any op it has equal depths, so that values pass as
@@ -58,13 +53,18 @@ void CPURenderer::finalize(const Color::Transform* transform, PixelFormat in, Pi
     m_codeTable.reset();
     if (!transform) Color::raise(RENDERER_ALL, Color::ErrorIds::RENDERER_TRANSFORM_NULL);
     if (transform->hasUnresolvedReference()) Color::raise(RENDERER_ALL, Color::ErrorIds::RENDERER_UNRESOLVED_TRANSFORM);
+    finalizeInPlace(*transform->clone(Color::CloneMode::Copy), in, out);
+}
 
-    const Color::ColorTransformPtr fitted = transform->clone(Color::CloneMode::Copy);
-    Color::OpList& ops = fitted->getOpList();
-    fitDepths(ops, in, out);
+void CPURenderer::finalizeInPlace(Color::Transform& transform, PixelFormat in, PixelFormat out)
+{
+    m_processor.reset();
+    m_codeTable.reset();
+    fitDepths(transform, in, out);
+    const Color::OpList& ops = transform.getOpList();
 
     auto processor = boost::make_shared<TransformProcessor>();
-    if (isDumpWanted()) Color::log(LOG_LEVEL_USER, "Transform %s", fitted->getName());
+    if (isDumpWanted()) Color::log(LOG_LEVEL_USER, "Transform %s", transform.getName());
     for (std::size_t i = 0; i < ops.size(); ++i) {
         const Color::Op& op = *ops.get(i);
         if (isDumpWanted()) {

@@ -16,6 +16,8 @@ class CPURenderer : public GenericCPURenderer
 public:
     int getType() const override;
     void finalize(const Color::Transform* transform, PixelFormat in, PixelFormat out) override;
+    /// The same for a transform without references that may be changed: its own ops are fitted to the depths.
+    void finalizeInPlace(Color::Transform& transform, PixelFormat in, PixelFormat out);
     void apply(const void* source, void* destination, const ROI& roi, uint32_t sourcePadding,
                uint32_t destinationPadding) const override;
 

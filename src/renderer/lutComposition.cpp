@@ -17,66 +17,115 @@ namespace {
 
 using Color::InvLut1DOp;
 using Color::Lut1DOp;
-using Color::MatrixOp;
+using Color::Lut3DOp;
 
-/// Appends it as an op that works at 32f.
-void appendAt32f(Color::OpList& ops, std::unique_ptr<Color::Op> op)
+std::unique_ptr<Lut1DOp> cloneLut(const Lut1DOp& op)
 {
-    op->setInBitDepth(BIT_DEPTH_32f);
-    op->setOutBitDepth(BIT_DEPTH_32f);
-    ops.append(op.release());
+    return std::unique_ptr<Lut1DOp>(static_cast<Lut1DOp*>(op.clone()));
 }
 
 /// The op as its curves alone: always on, each channel apart.
 std::unique_ptr<Lut1DOp> cloneCurves(const Lut1DOp& op)
 {
-    std::unique_ptr<Lut1DOp> curves(static_cast<Lut1DOp*>(op.clone()));
+    std::unique_ptr<Lut1DOp> curves = cloneLut(op);
     curves->setHueAdjust(Lut1DOp::HUE_ADJUST_NONE);
     curves->setBypass(boost::make_shared<Color::BypassDynamicProperty>());
     return curves;
 }
 
-std::unique_ptr<MatrixOp> makeScale(float factor)
+/// Brings entries of the LUT to the scale of 32f.
+std::unique_ptr<Color::Op> makeNormalizer(const Color::Op& lut)
 {
-    auto scale = std::make_unique<MatrixOp>(BIT_DEPTH_32f, BIT_DEPTH_32f);
-    for (std::size_t i = 0; i < 4; ++i) {
-        scale->getArray().setValue(5 * i, factor);
-    }
-    return scale;
+    return Color::makeDiagonalMatrix(BIT_DEPTH_32f, BIT_DEPTH_32f, 1.f / getBitDepthValueRange(lut.getOutBitDepth()));
 }
 
-/// Three components per position.
-std::vector<float> threeComponentsOf(const Color::Array& array)
+/// Copies a table as one of three components.
+void copyThreeComponents(const Color::Array& array, Color::Array::Values& three)
 {
     const Color::Array::Values& values = array.getValues();
-    if (array.getNumColorComponents() == 3) return values;
-    std::vector<float> three;
-    three.reserve(values.size() * 3);
-    for (const float value : values) {
-        three.insert(three.end(), 3, value);
+    if (array.getNumColorComponents() == 3) {
+        three = values;
+        return;
     }
-    return three;
+    for (std::size_t i = 0; i < three.size(); ++i) {
+        three[i] = values[i / 3];
+    }
 }
 
-/// Runs three components per position through the transform.
-void render(const Color::Transform& transform, const std::vector<float>& domain, std::vector<float>& results)
+/// Runs three components per position through the two ops, at 32f. Results are in the scale of the second's out depth.
+void render(Color::Array::Values& values, std::unique_ptr<Color::Op> first, std::unique_ptr<Color::Op> second)
 {
+    const float range = getBitDepthValueRange(second->getOutBitDepth());
+    Color::Transform transform;
+    Color::OpList& ops = transform.getOpList();
+    ops.append(first.release());
+    ops.append(second.release());
+    ops.append(Color::makeDiagonalMatrix(BIT_DEPTH_32f, BIT_DEPTH_32f, range).release());
+
+    // These formats set all depths to 32f, those of the ends too.
     CPURenderer renderer;
-    renderer.finalize(&transform, PF_RGB_32f, PF_RGB_32f);
-    const auto length = static_cast<uint32_t>(domain.size() / 3);
-    renderer.apply(domain.data(), results.data(), ROI(0, 0, length, 1), 0, 0);
+    renderer.finalizeInPlace(transform, PF_RGB_32f, PF_RGB_32f);
+    const auto length = static_cast<uint32_t>(values.size() / 3);
+    renderer.apply(values.data(), values.data(), ROI(0, 0, length, 1), 0, 0);
 }
 
-/// What compose() gives, with the table still to be filled.
-std::unique_ptr<Lut1DOp> makeJoined(const Lut1DOp& first, const Lut1DOp& second, uint32_t length)
+void checkDepthsMeet(const Color::Op& first, const Color::Op& second)
+{
+    if (first.getOutBitDepth() != second.getInBitDepth()) {
+        Color::raise(Color::LogCategory::TRANSFORM_OPLIST, Color::ErrorIds::OPLIST_BIT_DEPTH_MISMATCH,
+                     first.getDisplayName(), second.getDisplayName());
+    }
+}
+
+/// Throws 0x2010005 unless there are as many values as the array's size tells.
+void checkSound(const Color::Array& array, const char* category)
+{
+    if (array.getValues().size() != array.getNumValues(array.getLength(), array.getNumColorComponents())) {
+        Color::raise(category, Color::ErrorIds::ARRAY_CONTENT_ILLEGAL);
+    }
+}
+
+Color::Descriptions joinDescriptions(const Color::Op& first, const Color::Op& second)
 {
     Color::Descriptions descriptions = first.getDescriptions();
     descriptions.insert(descriptions.end(), second.getDescriptions().begin(), second.getDescriptions().end());
+    return descriptions;
+}
+
+/// The LUT that does both, still with the identity at 32f as its table. The out depth is only stored: what takes the
+/// place of the identity is in its scale.
+std::unique_ptr<Lut1DOp> makeJoined(const Lut1DOp& first, const Lut1DOp& second, uint32_t length)
+{
     const HalfFlags flags = first.isHalfDomain() ? HALF_FLAGS_HALF_DOMAIN : HALF_FLAGS_NONE;
-    auto joined = std::make_unique<Lut1DOp>(first.getInBitDepth(), second.getOutBitDepth(),
-                                            first.getId() + second.getId(), first.getName() + second.getName(),
-                                            descriptions, first.getInterpolation(), length, flags);
+    auto joined = std::make_unique<Lut1DOp>(first.getInBitDepth(), BIT_DEPTH_32f, first.getId() + second.getId(),
+                                            first.getName() + second.getName(), joinDescriptions(first, second),
+                                            first.getInterpolation(), length, flags);
+    joined->Op::setOutBitDepth(second.getOutBitDepth());
     joined->setBypass(first.getBypass());
+    return joined;
+}
+
+std::unique_ptr<Lut3DOp> makeJoined(const Lut3DOp& first, const Lut3DOp& second, uint32_t length)
+{
+    auto joined = std::make_unique<Lut3DOp>(first.getInBitDepth(), BIT_DEPTH_32f, first.getId() + second.getId(),
+                                            first.getName() + second.getName(), joinDescriptions(first, second),
+                                            first.getInterpolation(), length);
+    joined->Op::setOutBitDepth(second.getOutBitDepth());
+    joined->setBypass(first.getBypass());
+    return joined;
+}
+
+/// compose() with the two as the function clones them.
+std::unique_ptr<Lut1DOp> composeClones(const Lut1DOp& first, const Lut1DOp& second, uint32_t samples,
+                                       std::unique_ptr<Lut1DOp> (*makeClone)(const Lut1DOp&))
+{
+    checkDepthsMeet(first, second);
+    checkSound(first.getArray(), Color::LogCategory::TRANSFORM_LUT_1D);
+    const bool isDomain = first.isHalfDomain() || first.getArray().getLength() >= samples;
+    auto joined = makeJoined(first, second, isDomain ? first.getArray().getLength() : samples);
+    Color::Array::Values& values = joined->getArray().getValues();
+    if (isDomain) copyThreeComponents(first.getArray(), values);
+    render(values, isDomain ? makeNormalizer(first) : makeClone(first), makeClone(second));
     return joined;
 }
 
@@ -153,24 +202,25 @@ void invertHalfDomain(const InvLut1DOp& inverse, const Color::Array::Values& dom
 
 std::unique_ptr<Lut1DOp> compose(const Lut1DOp& first, const Lut1DOp& second, uint32_t samples)
 {
-    if (first.getOutBitDepth() != second.getInBitDepth()) {
-        Color::raise(Color::LogCategory::TRANSFORM_OPLIST, Color::ErrorIds::OPLIST_BIT_DEPTH_MISMATCH,
-                     first.getDisplayName(), second.getDisplayName());
-    }
-    Color::Transform transform;
-    std::vector<float> domain;
-    if (first.isHalfDomain() || first.getArray().getLength() >= samples) {
-        domain = threeComponentsOf(first.getArray());
-        appendAt32f(transform.getOpList(), makeScale(1.f / getBitDepthValueRange(first.getOutBitDepth())));
-    } else {
-        domain = Lut1DOp::Lut3by1DArray(BIT_DEPTH_32f, HALF_FLAGS_NONE, samples).getValues();
-        appendAt32f(transform.getOpList(), cloneCurves(first));
-    }
-    appendAt32f(transform.getOpList(), cloneCurves(second));
-    appendAt32f(transform.getOpList(), makeScale(getBitDepthValueRange(second.getOutBitDepth())));
+    return composeClones(first, second, samples, cloneCurves);
+}
 
-    auto joined = makeJoined(first, second, static_cast<uint32_t>(domain.size() / 3));
-    render(transform, domain, joined->getArray().getValues());
+std::unique_ptr<Lut1DOp> mergeLuts(const Lut1DOp& first, const Lut1DOp& second)
+{
+    return composeClones(first, second, kFineSamples, cloneLut);
+}
+
+std::unique_ptr<Lut3DOp> mergeCubes(const Lut3DOp& first, const Lut3DOp& second)
+{
+    checkDepthsMeet(first, second);
+    checkSound(first.getArray(), Color::LogCategory::TRANSFORM_LUT_3D);
+    const uint32_t length = std::max(first.getArray().getLength(), second.getArray().getLength());
+    const bool isDomain = first.getArray().getLength() == length;
+    auto joined = makeJoined(first, second, length);
+    Color::Array::Values& values = joined->getArray().getValues();
+    if (isDomain) values = first.getArray().getValues();
+    render(values, isDomain ? makeNormalizer(first) : std::unique_ptr<Color::Op>(first.clone()),
+           std::unique_ptr<Color::Op>(second.clone()));
     return joined;
 }
 

@@ -1,5 +1,7 @@
 #include "tests/api/hostTools.h"
 
+#include <cstdlib>
+#include <iostream>
 #include <memory>
 
 using namespace Morvane;
@@ -316,4 +318,79 @@ TEST(finalize, transformWithoutOpsPassesPixelsOn)
     const TransformPtr transform = fromText(document(""));
     ASSERT_TRUE(succeeds(finalizeForCPU(transform, PF_RGBA_32f, PF_RGBA_32f)));
     EXPECT_EQ(applyToPixel(transform, kPixel), kPixel);
+}
+
+// The optimizer.
+
+TEST(finalize, anOptimizerThresholdOf0FailsAndLeavesNoRenderer)
+{
+    const TransformPtr transform = makeScale({2, 2, 2, 1});
+    TransformPtr result;
+    ASSERT_TRUE(succeeds(finalizeWith(transform, RENDERER_CPU, result)));
+    const char* message = "Attempt to apply Null optimizer action";
+    for (const OptimizerFlags flags : {OptimizerFlags{0}, OPTIMIZER_KEEP_DYNAMIC}) {
+        EXPECT_TRUE(failsWith(finalizeWith(transform, RENDERER_CPU, result, flags), 0x4010006, message));
+        EXPECT_TRUE(hasNoRenderer(transform));
+    }
+    EXPECT_TRUE(failsWith(finalizeWith(transform, RENDERER_NONE, result, 0), 0x4010006, message));
+}
+
+TEST(finalize, anIdentityStillScalesBetweenDepths)
+{
+    const TransformPtr transform = makeScale({1, 1, 1, 1});
+    EXPECT_EQ((convertPixel<uint16_t, uint8_t>(transform, PF_RGBA_8i, PF_RGBA_16i, {0, 1, 128, 255})),
+              (std::array<uint16_t, 4>{0, 257, 32896, 65535}));
+}
+
+TEST(finalize, lutsMergeOnlyWhereTheThresholdAllowsIt)
+{
+    // Together a curve with its tip at 0.5, from which it falls by 2 per unit on both sides.
+    const char* text = "<LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\"><Array dim=\"2 1\">0 0.5</Array></LUT1D>"
+                       "<LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\"><Array dim=\"5 1\">0 1 0 0 0</Array></LUT1D>";
+    const TransformPtr transform = fromText(document(text));
+    TransformPtr result;
+    for (const OptimizerFlags flags : {OPTIMIZER_OFF, OPTIMIZER_DEFAULT}) {
+        ASSERT_TRUE(succeeds(finalizeWith(transform, RENDERER_CPU, result, flags)));
+        EXPECT_EQ(applyToPixel(transform, {0.5f, 0.5f, 0.5f, 1})[0], 1.f);
+    }
+    // 0.5 lies half-way between two of the 65536 samples, both of which are below the tip.
+    ASSERT_TRUE(succeeds(finalizeWith(transform, RENDERER_CPU, result, OPTIMIZER_LUT1D)));
+    EXPECT_NEAR(applyToPixel(transform, {0.5f, 0.5f, 0.5f, 1})[0], 1.f - 1.f / 65535.f, 1e-6f);
+}
+
+TEST(finalize, aNeutralDynamicOperatorIsLeftOutUnlessItIsKept)
+{
+    for (const bool isKept : {false, true}) {
+        TransformPtr transform;
+        ASSERT_TRUE(succeeds(createStockTransform(STOCK_TRANSFORM_RAW, transform)));
+        TransformPtr result;
+        ASSERT_TRUE(succeeds(finalizeWith(transform, RENDERER_CPU, result,
+                                          isKept ? OPTIMIZER_DEFAULT | OPTIMIZER_KEEP_DYNAMIC : OPTIMIZER_DEFAULT)));
+        DynamicProperty exposure(DynamicProperty::EXPOSURE);
+        exposure.setValue(1.0);
+        ASSERT_TRUE(succeeds(transform->setDynamicProperty(exposure)));
+        EXPECT_EQ(applyToPixel(transform, kPixel)[0], isKept ? 0.5f : 0.25f);
+    }
+}
+
+namespace {
+
+/// In a new process, which loads the library anew. Ends it.
+[[noreturn]] void finalizeAndReport()
+{
+    TransformPtr result;
+    const MorvaneStatus status = finalizeWith(makeScale({2, 2, 2, 1}), RENDERER_CPU, result);
+    std::cerr << (status ? "success" : status.getErrorMessage()) << std::endl;
+    std::_Exit(0);
+}
+
+} // namespace
+
+TEST(finalize, theOptimizerValueOfTheEnvironmentIsReadWhenTheLibraryIsLoaded)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const ScopedEnvironment environment("MORVANE_OPTIMIZER_VALUE", "0");
+    TransformPtr result;
+    EXPECT_TRUE(succeeds(finalizeWith(makeScale({2, 2, 2, 1}), RENDERER_CPU, result)));
+    EXPECT_EXIT(finalizeAndReport(), ::testing::ExitedWithCode(0), "Attempt to apply Null optimizer action");
 }

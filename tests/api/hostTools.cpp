@@ -53,7 +53,8 @@ Morvane::MorvaneStatus finalizeForCPU(const Morvane::TransformPtr& transform, Mo
                                       Morvane::PixelFormat out)
 {
     Morvane::TransformPtr result;
-    return Morvane::finalize(transform, in, out, Morvane::RENDERER_CPU, Morvane::OPTIMIZER_DEFAULT,
+    return Morvane::finalize(transform, in, out, Morvane::RENDERER_CPU,
+                             Morvane::OPTIMIZER_DEFAULT | Morvane::OPTIMIZER_KEEP_DYNAMIC,
                              Morvane::RESOLVE_BROADCAST_MONITOR, result);
 }
 

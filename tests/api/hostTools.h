@@ -28,7 +28,7 @@ Morvane::TransformPtr fromText(const std::string& text);
 /// A ctf document of version 1.3 with the id "a" and these children.
 std::string document(const std::string& children, const std::string& attributes = "");
 
-/// Finalizes for the CPU alone with the default flags.
+/// Finalizes for the CPU alone with the default flags, and keeps dynamic operators.
 Morvane::MorvaneStatus finalizeForCPU(const Morvane::TransformPtr& transform, Morvane::PixelFormat in,
                                       Morvane::PixelFormat out);
 

@@ -112,3 +112,16 @@ TEST(transformImpl, noticeOfAChangedAliasFinalizesAnewWithTheStoredValues)
     EXPECT_TRUE(
         transform.isFinalizedWith(PF_RGBA_8i, PF_RGBA_16f, RENDERER_CPU, OPTIMIZER_OFF, RESOLVE_GRAPHICS_MONITOR));
 }
+
+TEST(transformImpl, optimizesACopy)
+{
+    const Color::ColorTransformPtr model =
+        makeTransformOf(Color::makeDiagonalMatrix(BIT_DEPTH_8i, BIT_DEPTH_10i, 2.f).release());
+    model->getOpList().append(Color::makeDiagonalMatrix(BIT_DEPTH_10i, BIT_DEPTH_16f, 3.f).release());
+    const Color::OpList before = model->getOpList();
+    Impl::Transform transform(model);
+    for (const OptimizerFlags flags : {OPTIMIZER_DEFAULT, OPTIMIZER_LUT3D}) {
+        EXPECT_TRUE(transform.finalize(PF_RGBA_8i, PF_RGBA_16f, RENDERER_CPU, flags, RESOLVE_GRAPHICS_MONITOR));
+        EXPECT_TRUE(model->getOpList().isEqual(before));
+    }
+}

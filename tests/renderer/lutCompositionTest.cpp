@@ -10,6 +10,7 @@ using namespace Rendering;
 using Color::Descriptions;
 using Color::InvLut1DOp;
 using Color::Lut1DOp;
+using Color::Lut3DOp;
 using ScalarLut1D::Table;
 
 namespace {
@@ -42,6 +43,22 @@ Table channelOf(const Lut1DOp& op, std::size_t channel)
     for (std::size_t i = channel; i < values.size(); i += 3)
         result.push_back(values[i]);
     return result;
+}
+
+/// A cube whose channels are the inputs times a factor.
+Lut3DOp makeCube(BitDepth in, BitDepth out, uint32_t length, float factor, const std::string& name = "")
+{
+    Lut3DOp op(in, out, name.empty() ? "" : name + "Id", name, name.empty() ? Descriptions() : Descriptions{name},
+               Lut3DOp::INTERPOLATION_TETRAHEDRAL, length);
+    for (float& value : op.getArray().getValues())
+        value *= factor;
+    return op;
+}
+
+void switchOff(Color::Op& op)
+{
+    op.getBypass()->makeDynamic();
+    op.getBypass()->set(true);
 }
 
 /// The slope changes at 0, and the values leave 0 to 1 where the inputs do.
@@ -272,4 +289,156 @@ TEST(LutComposition, aForwardLutHasTheBypassOfTheInverse)
     const auto forward = makeForwardLut(inverse);
     EXPECT_EQ(forward->getBypass(), inverse.getBypass());
     EXPECT_EQ(channelOf(*forward, 0).back(), 1.f);
+}
+
+// Merges.
+
+TEST(LutMerge, aMergedLutHas65536Samples)
+{
+    const Lut1DOp first = makeLut(BIT_DEPTH_8i, BIT_DEPTH_10i, {0.f, 1023.f, 0.f}, "A");
+    const Lut1DOp second = makeLut(BIT_DEPTH_10i, BIT_DEPTH_16i, {65535.f, 0.f}, "B");
+    const auto merged = mergeLuts(first, second);
+    ASSERT_EQ(merged->getArray().getLength(), 65536u);
+    EXPECT_EQ(merged->getInBitDepth(), BIT_DEPTH_8i);
+    EXPECT_EQ(merged->getOutBitDepth(), BIT_DEPTH_16i);
+    EXPECT_EQ(merged->getId(), "AIdBId");
+    EXPECT_EQ(merged->getName(), "AB");
+    EXPECT_EQ(merged->getDescriptions(), (Descriptions{"A", "B"}));
+    EXPECT_EQ(merged->getInterpolation(), Lut1DOp::INTERPOLATION_LINEAR);
+    EXPECT_EQ(merged->getBypass(), first.getBypass());
+    const Table curve = channelOf(*merged, 1);
+    for (std::size_t i = 0; i < curve.size(); ++i) {
+        const double x = static_cast<double>(i) / 65535.0;
+        ASSERT_NEAR(static_cast<double>(curve[i]), 65535.0 * std::fabs(1.0 - 2.0 * x), 65535.0 * 3e-7) << i;
+    }
+}
+
+TEST(LutMerge, aFineFirstLutIsTheDomain)
+{
+    Table values(65537);
+    for (std::size_t i = 0; i < values.size(); ++i)
+        values[i] = static_cast<float>(i) * 255.f / 65536.f;
+    const auto merged =
+        mergeLuts(makeLut(BIT_DEPTH_32f, BIT_DEPTH_8i, values), makeLut(BIT_DEPTH_8i, BIT_DEPTH_32f, {1.f, 0.f}));
+    const Table curve = channelOf(*merged, 0);
+    ASSERT_EQ(curve.size(), 65537u);
+    EXPECT_EQ(curve[0], 1.f);
+    EXPECT_NEAR(curve[16384], 0.75f, 1e-6f);
+    EXPECT_EQ(curve[65536], 0.f);
+
+    const auto halves = mergeLuts(makeHalfDomain(BIT_DEPTH_16f, BIT_DEPTH_32f, bent),
+                                  makeLut(BIT_DEPTH_32f, BIT_DEPTH_8i, {0.f, 255.f}));
+    EXPECT_TRUE(halves->isHalfDomain());
+    EXPECT_EQ(channelOf(*halves, 0)[half(1.f).bits()], 127.5f);
+}
+
+TEST(LutMerge, lutsThatAreSwitchedOffTakeNoPart)
+{
+    const Table halved = {0.f, 0.5f};
+    const Table flipped = {1.f, 0.f};
+    const auto lastOf = [](const Lut1DOp& first, const Lut1DOp& second) {
+        return channelOf(*mergeLuts(first, second), 0).back();
+    };
+    Lut1DOp first = makeLut(BIT_DEPTH_32f, BIT_DEPTH_32f, halved);
+    Lut1DOp second = makeLut(BIT_DEPTH_32f, BIT_DEPTH_32f, flipped);
+    EXPECT_EQ(lastOf(first, second), 0.5f);
+    switchOff(first);
+    EXPECT_EQ(lastOf(first, second), 0.f);
+    switchOff(second);
+    EXPECT_EQ(lastOf(first, second), 1.f);
+    first.getBypass()->set(false);
+    EXPECT_EQ(lastOf(first, second), 0.5f);
+    // As the domain the first always takes part.
+    Lut1DOp domain = makeHalfDomain(BIT_DEPTH_32f, BIT_DEPTH_32f, bent);
+    switchOff(domain);
+    EXPECT_EQ(channelOf(*mergeLuts(domain, second), 0)[half(1.f).bits()], 0.5f);
+}
+
+TEST(LutMerge, cubesWhoseDepthsDoNotMeetAreRefused)
+{
+    const Lut3DOp first = makeCube(BIT_DEPTH_8i, BIT_DEPTH_10i, 2, 1.f, "First");
+    const Lut3DOp second = makeCube(BIT_DEPTH_12i, BIT_DEPTH_8i, 2, 1.f);
+    EXPECT_EQ(failureOf([&] { mergeCubes(first, second); }),
+              (Failure{0x206000a, "COLOR:TRANSFORM:OPLIST", "Bit depth mismatch between op 'First' and op 'LUT 3D'"}));
+}
+
+TEST(LutMerge, aMergedCubeHasTheFinerGrid)
+{
+    const auto lengthOf = [](uint32_t first, uint32_t second) {
+        return mergeCubes(makeCube(BIT_DEPTH_32f, BIT_DEPTH_32f, first, 1.f),
+                          makeCube(BIT_DEPTH_32f, BIT_DEPTH_32f, second, 1.f))
+            ->getArray()
+            .getLength();
+    };
+    EXPECT_EQ(lengthOf(2, 5), 5u);
+    EXPECT_EQ(lengthOf(5, 2), 5u);
+    EXPECT_EQ(lengthOf(4, 4), 4u);
+}
+
+TEST(LutMerge, aMergedCubeDoesBothInTheScalesOfTheirDepths)
+{
+    for (const auto& [firstLength, secondLength] : {std::pair(2u, 5u), std::pair(5u, 3u)}) {
+        const Lut3DOp first = makeCube(BIT_DEPTH_8i, BIT_DEPTH_10i, firstLength, 0.5f, "A");
+        Lut3DOp second = makeCube(BIT_DEPTH_10i, BIT_DEPTH_16i, secondLength, 0.25f, "B");
+        second.setInterpolation(Lut3DOp::INTERPOLATION_TRILINEAR);
+        const auto merged = mergeCubes(first, second);
+        EXPECT_EQ(merged->getInBitDepth(), BIT_DEPTH_8i);
+        EXPECT_EQ(merged->getOutBitDepth(), BIT_DEPTH_16i);
+        EXPECT_EQ(merged->getId(), "AIdBId");
+        EXPECT_EQ(merged->getName(), "AB");
+        EXPECT_EQ(merged->getDescriptions(), (Descriptions{"A", "B"}));
+        EXPECT_EQ(merged->getInterpolation(), Lut3DOp::INTERPOLATION_TETRAHEDRAL);
+        EXPECT_EQ(merged->getBypass(), first.getBypass());
+        // Red is the slowest: the grid points of an identity, an eighth as high.
+        const Table& values = merged->getArray().getValues();
+        ASSERT_EQ(values.size(), 375u);
+        for (std::size_t i = 0; i < 125; ++i) {
+            const std::size_t grid[3] = {i / 25, i / 5 % 5, i % 5};
+            for (std::size_t channel = 0; channel < 3; ++channel)
+                ASSERT_NEAR(values[3 * i + channel], 65535.f / 8.f * static_cast<float>(grid[channel]) / 4.f, 0.01f)
+                    << i;
+        }
+    }
+}
+
+TEST(LutMerge, cubesThatAreSwitchedOffTakeNoPart)
+{
+    const auto lastOf = [](const Lut3DOp& first, const Lut3DOp& second) {
+        return mergeCubes(first, second)->getArray().getValues().back();
+    };
+    Lut3DOp coarse = makeCube(BIT_DEPTH_32f, BIT_DEPTH_32f, 2, 0.5f);
+    Lut3DOp fine = makeCube(BIT_DEPTH_32f, BIT_DEPTH_32f, 3, 0.25f);
+    EXPECT_EQ(lastOf(coarse, fine), 0.125f);
+    switchOff(coarse);
+    EXPECT_EQ(lastOf(coarse, fine), 0.25f);
+    EXPECT_EQ(mergeCubes(coarse, fine)->getBypass(), coarse.getBypass());
+    switchOff(fine);
+    EXPECT_EQ(lastOf(coarse, fine), 1.f);
+    // As the domain the first always takes part.
+    EXPECT_EQ(lastOf(fine, coarse), 0.25f);
+}
+
+TEST(LutMerge, aCubeThatIsNotSoundIsRefused)
+{
+    Lut3DOp unsound = makeCube(BIT_DEPTH_32f, BIT_DEPTH_32f, 3, 1.f);
+    unsound.getArray().getValues().resize(9);
+    const Lut3DOp fine = makeCube(BIT_DEPTH_32f, BIT_DEPTH_32f, 5, 1.f);
+    const Lut3DOp coarse = makeCube(BIT_DEPTH_32f, BIT_DEPTH_32f, 2, 1.f);
+    const Failure expected = {0x2010005, "COLOR:TRANSFORM:LUT_3D", "Array content illegal"};
+    EXPECT_EQ(failureOf([&] { mergeCubes(unsound, coarse); }), expected);
+    EXPECT_EQ(failureOf([&] { mergeCubes(unsound, fine); }), expected);
+    EXPECT_EQ(failureOf([&] { mergeCubes(coarse, unsound); }), expected);
+}
+
+TEST(LutMerge, aFirstLutThatIsNotSoundIsRefused)
+{
+    const Lut1DOp second = makeLut(BIT_DEPTH_32f, BIT_DEPTH_32f, {0.f, 1.f});
+    const Failure expected = {0x2010005, "COLOR:TRANSFORM:LUT_1D", "Array content illegal"};
+    for (const uint32_t components : {1u, 3u}) {
+        Lut1DOp unsound(65536);
+        unsound.getArray().resize(65536, components);
+        unsound.getArray().getValues().resize(9);
+        EXPECT_EQ(failureOf([&] { mergeLuts(unsound, second); }), expected);
+        EXPECT_EQ(failureOf([&] { compose(unsound, second, 3); }), expected);
+    }
 }
