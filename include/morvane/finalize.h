@@ -2,6 +2,7 @@
 
 #include "morvane/export.h"
 #include "morvane/pixelFormat.h"
+#include "morvane/resolveFlags.h"
 #include "morvane/status.h"
 #include "morvane/transform.h"
 
@@ -35,14 +36,6 @@ constexpr OptimizerFlags OPTIMIZER_LUT3D = 45;   ///< and merge 3D LUTs
 /// To be combined with one of the others: leave operators with dynamic properties alone. Without it an operator that
 /// has no effect at the moment of finalize() is removed, and a value that is set afterwards shows nothing.
 constexpr OptimizerFlags OPTIMIZER_KEEP_DYNAMIC = 0x80000000;
-
-/// Which monitor the alias "currentMonitor" of a reference stands for. This release has no references; it keeps the
-/// value with the transform.
-enum ResolveFlags : uint32_t
-{
-    RESOLVE_GRAPHICS_MONITOR = 0,
-    RESOLVE_BROADCAST_MONITOR = 1,
-};
 
 /// Binds a transform to an input and an output pixel format and makes the renderers asked for.
 ///

@@ -26,6 +26,7 @@
 #include "morvane/mixingSliderUnits.h"
 #include "morvane/pixelFormat.h"
 #include "morvane/preferences.h"
+#include "morvane/resolveFlags.h"
 #include "morvane/roi.h"
 #include "morvane/status.h"
 #include "morvane/transform.h"

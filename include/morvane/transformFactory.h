@@ -1,5 +1,6 @@
 #pragma once
 
+#include "morvane/basePath.h"
 #include "morvane/bitDepth.h"
 #include "morvane/export.h"
 #include "morvane/halfFlags.h"
@@ -75,6 +76,21 @@ MORVANE_API MorvaneStatus Create3DLutTransformFromShort(BitDepth in, BitDepth ou
 /// them. It does nothing when the input is no finer than the dither depth or that one is a float depth, and has no
 /// inverse. Fails with 0x2010001 also when the dither depth is none.
 MORVANE_API MorvaneStatus CreateDitherTransform(BitDepth in, BitDepth out, BitDepth dither, TransformPtr& result);
+
+/// Makes a transform that stands for the one that an alias of the preferences names. The alias is not looked up yet. It
+/// has no inverse. This release does not render it: finalize() fails with 0x4010005. Fails with 0x6030001 when alias is
+/// null, 0x2080001 when it is empty.
+MORVANE_API MorvaneStatus CreateReferenceTransformFromAlias(BitDepth in, BitDepth out, const char* alias,
+                                                            TransformPtr& result);
+
+/// Makes a transform that stands for the one in a file. The file is not looked at yet. It has no inverse, and is not
+/// rendered either.
+///
+/// \param basePath where a relative path starts from; it cannot be resolved without one. An absolute path needs none.
+///
+/// Fails with 0x6030001 when path is null, 0x2080001 when it is empty.
+MORVANE_API MorvaneStatus CreateReferenceTransformFromPath(BitDepth in, BitDepth out, const char* path,
+                                                           BasePath basePath, TransformPtr& result);
 
 /// @}
 

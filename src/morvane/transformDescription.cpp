@@ -11,6 +11,7 @@
 #include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
+#include "transform/referenceOp.h"
 #include "utils/numberText.h"
 
 #include <array>
@@ -100,6 +101,18 @@ void addRangeFields(const Color::Op& op, Callbacks& callbacks)
     addLimit(callbacks, "Min Output Value", range.getMinOut());
     addLimit(callbacks, "Max Input Value", range.getMaxIn());
     addLimit(callbacks, "Max Output Value", range.getMaxOut());
+}
+
+void addReferenceFields(const Color::Op& op, Callbacks& callbacks)
+{
+    const auto& reference = static_cast<const Color::ReferenceOp&>(op);
+    if (reference.getAlias().empty()) {
+        callbacks.addField("Base Path", getBasePathName(reference.getBasePath()));
+        addField(callbacks, "Path", reference.getPath());
+    } else {
+        addField(callbacks, "Alias", reference.getAlias());
+    }
+    if (!reference.isUnresolved()) addField(callbacks, "Resolved Path", reference.getResolvedPath());
 }
 
 /// The parameter that stands at an index in the lists of red, green and blue.
@@ -197,6 +210,7 @@ constexpr std::array<FieldWriter, Color::kOpTypeCount> makeFieldWriters()
     writers[Color::OP_LUT_3D] = addLut3DFields;
     writers[Color::OP_MATRIX] = addMatrixFields;
     writers[Color::OP_RANGE] = addRangeFields;
+    writers[Color::OP_REFERENCE] = addReferenceFields;
     writers[Color::OP_GAMMA] = addGammaFields;
     writers[Color::OP_EXPOSURE_CONTRAST] = addExposureContrastFields;
     writers[Color::OP_LOG] = addLogFields;

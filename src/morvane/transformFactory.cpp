@@ -6,6 +6,7 @@
 #include "transform/lut1DOp.h"
 #include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
+#include "transform/referenceOp.h"
 #include "transform/transformFactory.h"
 #include "utils/statusImpl.h"
 
@@ -71,6 +72,18 @@ MorvaneStatus create3DLutTransform(BitDepth in, BitDepth out, unsigned dimension
         transform->getOpList().append(op.release());
         validateAndWrap(transform, result);
     });
+}
+
+/// refer(op) makes the op refer to something.
+template <class Refer>
+void createReferenceTransform(BitDepth in, BitDepth out, const Refer& refer, TransformPtr& result)
+{
+    const Color::ColorTransformPtr transform = Color::makeTransform();
+    auto op = std::make_unique<Color::ReferenceOp>(knownDepth(in), knownDepth(out), transform->getId(), std::string(),
+                                                   Color::Descriptions());
+    refer(*op);
+    transform->getOpList().append(op.release());
+    validateAndWrap(transform, result);
 }
 
 } // namespace
@@ -143,6 +156,25 @@ MorvaneStatus CreateDitherTransform(BitDepth in, BitDepth out, BitDepth dither, 
         op->setDitherBitDepth(knownDepth(dither));
         transform->getOpList().append(op.release());
         validateAndWrap(transform, result);
+    });
+}
+
+MorvaneStatus CreateReferenceTransformFromAlias(BitDepth in, BitDepth out, const char* alias, TransformPtr& result)
+{
+    return Color::statusOf([&] {
+        Impl::requireParameter(alias, "alias");
+        createReferenceTransform(
+            in, out, [&](Color::ReferenceOp& op) { op.setAlias(alias); }, result);
+    });
+}
+
+MorvaneStatus CreateReferenceTransformFromPath(BitDepth in, BitDepth out, const char* path, BasePath basePath,
+                                               TransformPtr& result)
+{
+    return Color::statusOf([&] {
+        Impl::requireParameter(path, "path");
+        createReferenceTransform(
+            in, out, [&](Color::ReferenceOp& op) { op.setPath(path, basePath); }, result);
     });
 }
 

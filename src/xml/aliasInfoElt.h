@@ -16,9 +16,6 @@ public:
     void start(Attributes attributes) override;
 
 private:
-    /// None for a missing or an empty name. An unknown one is logged, and none too.
-    BasePath readBasePath(Attributes attributes) const;
-
     Preferences& m_preferences;
 };
 

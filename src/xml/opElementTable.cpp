@@ -12,6 +12,7 @@
 #include "xml/lut3DElt.h"
 #include "xml/matrixElt.h"
 #include "xml/rangeElt.h"
+#include "xml/referenceElt.h"
 
 namespace Color::Xml::Reader {
 
@@ -81,6 +82,7 @@ constexpr OpElementRow kRows[] = {
     {OP_MATRIX, {Versions::Any, 0.f, 1.2f}, make<MatrixElt>},
     {OP_MATRIX, {Versions::Above, 1.2f, 1.6f}, make<MatrixElt_1_3>},
     {OP_RANGE, {Versions::Any, 0.f, 1.6f}, make<RangeElt>},
+    {OP_REFERENCE, {Versions::Any, 0.f, 1.6f}, make<ReferenceElt>},
     {OP_GAMMA, {Versions::Any, 0.f, 1.4f}, make<GammaElt>},
     {OP_GAMMA, {Versions::Above, 1.4f, 1.6f}, make<GammaElt_1_5>},
     {OP_EXPOSURE_CONTRAST, {Versions::Any, 0.f, 1.6f}, make<ExposureContrastElt>},

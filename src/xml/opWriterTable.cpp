@@ -11,6 +11,7 @@
 #include "xml/lut3DWriter.h"
 #include "xml/matrixWriter.h"
 #include "xml/rangeWriter.h"
+#include "xml/referenceWriter.h"
 
 #include <array>
 
@@ -35,6 +36,7 @@ constexpr std::array<WriterMaker, kOpTypeCount> makeTable()
     table[OP_LUT_3D] = make<Lut3DWriter, Lut3DOp>;
     table[OP_MATRIX] = make<MatrixWriter, MatrixOp>;
     table[OP_RANGE] = make<RangeWriter, RangeOp>;
+    table[OP_REFERENCE] = make<ReferenceWriter, ReferenceOp>;
     table[OP_GAMMA] = make<GammaWriter, GammaOp>;
     table[OP_EXPOSURE_CONTRAST] = make<ExposureContrastWriter, ExposureContrastOp>;
     table[OP_LOG] = make<LogWriter, LogOp>;

@@ -11,6 +11,7 @@
 #include "transform/logOp.h"
 #include "transform/lut1DOp.h"
 #include "transform/lut3DOp.h"
+#include "transform/referenceOp.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -52,6 +53,24 @@ TEST(transformDescription, namesTheInterpolationsAndTheHueAdjustmentOfA1DLut)
     EXPECT_EQ(describeOp(lut)[1], "Interpolation = cubic");
     lut.setInterpolation(Color::Lut1DOp::Interpolation(9));
     EXPECT_EQ(describeOp(lut)[1], "Interpolation = default");
+}
+
+TEST(transformDescription, tellsWhatAReferenceRefersTo)
+{
+    Color::ReferenceOp reference;
+    reference.setAlias("currentMonitor");
+    EXPECT_EQ(describeOp(reference), (Lines{"Reference", "Alias = currentMonitor"}));
+    reference.setResolveFlags(RESOLVE_GRAPHICS_MONITOR);
+    reference.setResolved(Color::OpList(), "/monitors/12.ctf");
+    EXPECT_EQ(describeOp(reference),
+              (Lines{"Reference", "Alias = currentMonitor", "Resolved Path = /monitors/12.ctf"}));
+    reference.setPath("looks/a.ctf", BASE_PATH_SHARED);
+    EXPECT_EQ(describeOp(reference), (Lines{"Reference", "Base Path = Shared", "Path = looks/a.ctf"}));
+    reference.setResolved(Color::OpList(), "/site/looks/a.ctf");
+    EXPECT_EQ(describeOp(reference),
+              (Lines{"Reference", "Base Path = Shared", "Path = looks/a.ctf", "Resolved Path = /site/looks/a.ctf"}));
+    reference.setPath("/a.ctf", BASE_PATH_NONE);
+    EXPECT_EQ(describeOp(reference), (Lines{"Reference", "Base Path = ", "Path = /a.ctf"}));
 }
 
 TEST(transformDescription, namesTheInterpolationsOfA3DLut)

@@ -7,6 +7,7 @@
 #include "transform/lut3DOp.h"
 #include "transform/matrixOp.h"
 #include "transform/rangeOp.h"
+#include "transform/referenceOp.h"
 #include "xml/xmlTransformReader.h"
 
 #include <fstream>
@@ -93,8 +94,9 @@ TEST(Documentation, itsExampleOfEachOpLoads)
         ASSERT_EQ(transform->getOpList().size(), 1u);
         types.push_back(transform->getOpList().get(0)->getOpType());
     }
-    EXPECT_EQ(types, (std::vector<OpType>{OP_LUT_1D, OP_INVERSE_LUT_1D, OP_LUT_3D, OP_GAMMA, OP_LOG,
-                                          OP_EXPOSURE_CONTRAST, OP_CDL, OP_GAMUT_MAP, OP_HUE_VECTOR, OP_DITHER}));
+    EXPECT_EQ(types,
+              (std::vector<OpType>{OP_LUT_1D, OP_INVERSE_LUT_1D, OP_LUT_3D, OP_GAMMA, OP_LOG, OP_EXPOSURE_CONTRAST,
+                                   OP_CDL, OP_GAMUT_MAP, OP_HUE_VECTOR, OP_DITHER, OP_REFERENCE}));
 }
 
 TEST(Documentation, itsExamplesHoldWhatTheySay)
@@ -134,4 +136,9 @@ TEST(Documentation, itsExamplesHoldWhatTheySay)
     const auto hueVector = exampleOf<HueVectorOp>("HueVector");
     ASSERT_TRUE(hueVector);
     EXPECT_EQ(hueVector->getParameters(), (HueVectorOp::Params{30, 60, 0.8}));
+
+    const auto reference = exampleOf<ReferenceOp>("Reference");
+    ASSERT_TRUE(reference);
+    EXPECT_EQ(reference->getPath(), "display/broadcast/CIE-XYZ_to_HD-video.ctf");
+    EXPECT_EQ(reference->getBasePath(), BASE_PATH_BRELWICK);
 }

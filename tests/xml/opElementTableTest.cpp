@@ -12,6 +12,7 @@
 #include "xml/lut3DElt.h"
 #include "xml/matrixElt.h"
 #include "xml/rangeElt.h"
+#include "xml/referenceElt.h"
 
 #include <cmath>
 #include <limits>
@@ -114,6 +115,7 @@ TEST_F(OpElementTable, someOpsChangeTheirFormAboveAVersion)
 TEST_F(OpElementTable, someOpsAreInEveryVersion)
 {
     expectInEveryVersion<RangeElt>(OP_RANGE);
+    expectInEveryVersion<ReferenceElt>(OP_REFERENCE);
     expectInEveryVersion<Lut3DElt>(OP_LUT_3D);
     expectInEveryVersion<ExposureContrastElt>(OP_EXPOSURE_CONTRAST);
 }
