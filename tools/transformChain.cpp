@@ -2,6 +2,7 @@
 
 #include "failure.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace Command {
@@ -9,6 +10,8 @@ namespace Command {
 namespace {
 
 using Morvane::TransformPtr;
+
+const char* const kDither = "Dither"; ///< the name of the op
 
 /// The type names of a transform's ops, as their sections inside the one of the transform tell them.
 class OpNames : public Morvane::Transform::ContentCallbacks
@@ -35,41 +38,25 @@ TransformPtr join(const TransformPtr& first, const TransformPtr& second)
     return joined;
 }
 
-/// The change between two depths and nothing else.
-TransformPtr makeScale(Morvane::BitDepth in, Morvane::BitDepth out)
+std::vector<std::string> opNamesOf(const TransformPtr& transform)
 {
-    const float factor = Morvane::getBitDepthValueRange(out) / Morvane::getBitDepthValueRange(in);
-    const float matrix[16] = {factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor, 0, 0, 0, 0, factor};
-    const float offsets[4] = {0, 0, 0, 0};
-    TransformPtr scale;
-    const Morvane::MorvaneStatus made = Morvane::CreateMatrixTransform(in, out, matrix, offsets, true, scale);
-    if (!made) throw Failure(ExitCode::TRANSFORM, "cannot make a scale: " + messageOf(made));
-    return scale;
-}
-
-/// A scale between two equal depths would do nothing, and be removed as such.
-Morvane::BitDepth anotherThan(Morvane::BitDepth depth)
-{
-    return depth == Morvane::BIT_DEPTH_8i ? Morvane::BIT_DEPTH_16i : Morvane::BIT_DEPTH_8i;
+    OpNames ops;
+    const Morvane::MorvaneStatus described = transform->describe(ops);
+    if (!described) throw Failure(ExitCode::TRANSFORM, "cannot describe the transform: " + messageOf(described));
+    return ops.names;
 }
 
 /// A dither changes no scale, whatever its depths: at an end of the chain it would hand the image values of the other
 /// side. An op that does nothing but scale goes between them.
 TransformPtr withScaleAroundDither(const TransformPtr& chain)
 {
-    OpNames ops;
-    const Morvane::MorvaneStatus described = chain->describe(ops);
-    if (!described || ops.names.empty()) return chain;
-    TransformPtr scaled = chain;
-    if (ops.names.front() == "Dither") {
-        const Morvane::BitDepth in = chain->getInputBitDepth();
-        scaled = join(makeScale(anotherThan(in), in), scaled);
-    }
-    if (ops.names.back() == "Dither") {
-        const Morvane::BitDepth out = chain->getOutputBitDepth();
-        scaled = join(scaled, makeScale(out, anotherThan(out)));
-    }
-    return scaled;
+    const std::vector<std::string> ops = opNamesOf(chain);
+    if (ops.empty()) return chain;
+    TransformPtr scale;
+    const Morvane::MorvaneStatus made = Morvane::createStockTransform(Morvane::STOCK_TRANSFORM_IDENTITY, scale);
+    if (!made) throw Failure(ExitCode::TRANSFORM, "cannot make a scale: " + messageOf(made));
+    const TransformPtr scaled = ops.front() == kDither ? join(scale, chain) : chain;
+    return ops.back() == kDither ? join(scaled, scale) : scaled;
 }
 
 } // namespace
@@ -80,6 +67,13 @@ std::string messageOf(Morvane::MorvaneStatus status)
     char number[32];
     std::snprintf(number, sizeof number, "error 0x%x", static_cast<unsigned>(status.getErrorCode()));
     return number;
+}
+
+Morvane::OptimizerFlags optimizerFor(const Morvane::TransformPtr& chain)
+{
+    const std::vector<std::string> ops = opNamesOf(chain);
+    const bool dithers = std::find(ops.begin(), ops.end(), kDither) != ops.end();
+    return dithers ? Morvane::OPTIMIZER_OFF : Morvane::OPTIMIZER_DEFAULT;
 }
 
 Morvane::TransformPtr loadTransform(const std::string& path)

@@ -15,6 +15,10 @@ Morvane::TransformPtr loadTransform(const std::string& path);
 /// Throws Failure with ExitCode::TRANSFORM.
 Morvane::TransformPtr loadTransformChain(const std::vector<std::string>& paths, bool inverse);
 
+/// How far the optimizer may go with a chain: a change of scale beside a dither counts as without effect, but the
+/// dither needs it.
+Morvane::OptimizerFlags optimizerFor(const Morvane::TransformPtr& chain);
+
 /// The message of a failed status, or its number when it has none.
 std::string messageOf(Morvane::MorvaneStatus status);
 

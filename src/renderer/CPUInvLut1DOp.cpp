@@ -121,7 +121,11 @@ private:
 /// The exact inverse of a curve with half domain inverts nothing: colour passes, and alpha is scaled by 0.
 struct HalfDomainInverse
 {
-    V4f operator()(V4f in) const { return select(alphaMask(), in * V4f(0.f), in); }
+    /// A member, not a constant: with a known factor a compiler may multiply colour by 1, which makes a signalling NaN
+    /// quiet.
+    V4f alphaScale = V4f(0.f);
+
+    V4f operator()(V4f in) const { return select(alphaMask(), in * alphaScale, in); }
 };
 
 using InvLut1DRendererHalfCode =
