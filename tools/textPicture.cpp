@@ -53,7 +53,9 @@ Panel drawBars(const std::string& heading, const std::vector<float>& values, flo
     const size_t full = table.size() - 1;
     Panel panel{heading, TextPicture(height), values.size()};
     for (const float value : values) {
-        const size_t steps = stepOf((value - lowest) / (highest - lowest), height * full);
+        // In double precision: the limits may lie as far apart as floats can.
+        const double part = (static_cast<double>(value) - lowest) / (static_cast<double>(highest) - lowest);
+        const size_t steps = stepOf(static_cast<float>(part), height * full);
         for (size_t row = 0; row < height; ++row) {
             const size_t below = (height - 1 - row) * full; // steps that the rows under this one take
             panel.lines[row] += table[std::clamp(steps, below, below + full) - below];

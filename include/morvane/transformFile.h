@@ -33,11 +33,12 @@ public:
 
 /// Reads a transform from a file; the extension decides which readers are tried. Fails with 0x6030001 when path is
 /// null, 0x3060003 when there is no such file, 0x3060002 when it is a directory, 0x3060001 when no reader takes files
-/// of its extension, and with what the reader finds wrong in the file.
+/// of its extension, with what the reader finds wrong in the file and, when it refers to aliases, with what loading the
+/// preferences fails with. Files that it refers to are read by finalize().
 MORVANE_API MorvaneStatus loadColorTransform(const char* path, TransformPtr& result);
 
 /// Reads a transform from the text of a ctf document. Fails with 0x6030001 when text is null, and with what is wrong in
-/// the document. Relative references have no base.
+/// the document. No file is the base of its relative references.
 MORVANE_API MorvaneStatus loadColorTransformFromBuffer(const char* text, TransformPtr& result);
 
 /// Writes the transform to a ctf file, whatever the extension. An existing file is written over, with overwrite false
@@ -46,8 +47,9 @@ MORVANE_API MorvaneStatus loadColorTransformFromBuffer(const char* text, Transfo
 /// existing file cannot be written to, 0x3030004 when there is no such directory, 0x3030002 when no file can be made in
 /// it; and with 0x3060004 when a write fails, on a full disk for example. The file then holds what was written so far.
 ///
-/// Numbers of arrays keep eight significant digits, of the depth 16f five, which tells all halfs apart; exposure and
-/// contrast keep all bits, and other numbers six digits.
+/// Numbers of a matrix, and of a LUT with the output depth 32f, keep eight significant digits; those of a LUT with the
+/// output depth 16f five, which tells all halfs apart; exposure and contrast keep all bits, and other numbers six
+/// digits.
 MORVANE_API MorvaneStatus saveColorTransform(const char* path, bool overwrite, const TransformPtr& transform);
 
 /// Writes the transform as the text of a ctf document to the callback. Fails with 0x3030001 when the transform is null

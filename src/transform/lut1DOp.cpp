@@ -104,6 +104,14 @@ void Lut1DOp::Lut3by1DArray::checkLength(uint32_t length)
     if (length > kMaximumLength) raise(LogCategory::TRANSFORM_ALL, ErrorIds::ARRAY_CONTENT_ILLEGAL);
 }
 
+void Lut1DOp::Lut3by1DArray::setSingleCurve(const Values& curve)
+{
+    resize(static_cast<uint32_t>(curve.size()), kComponents);
+    for (std::size_t i = 0; i < getValues().size(); ++i)
+        setValue(i, curve[i / kComponents]);
+    m_isSingleCurve = true;
+}
+
 Lut1DOp::Lut1DOp(uint32_t length)
     : Lut1DOp(BIT_DEPTH_32f, BIT_DEPTH_32f, {}, {}, {}, INTERPOLATION_DEFAULT, length, HALF_FLAGS_NONE)
 {}

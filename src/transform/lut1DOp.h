@@ -44,6 +44,15 @@ public:
         void validate() override;
         /// Throws 0x2010005 on a length above kMaximumLength.
         static void checkLength(uint32_t length);
+
+        /// Takes one curve for all three components. It must not be longer than kMaximumLength.
+        void setSingleCurve(const Values& curve);
+        /// Whether a single curve was given for all components: a file then holds it once. Values may have been changed
+        /// since.
+        bool isSingleCurve() const { return m_isSingleCurve; }
+
+    private:
+        bool m_isSingleCurve = false;
     };
 
     /// Both depths 32f.

@@ -177,4 +177,11 @@ std::string toText(float value) { return shortestText(value); }
 
 std::string toText(double value) { return shortestText(value); }
 
+std::string toSixDigits(double value)
+{
+    if (std::isnan(value)) return "nan"; // without a sign
+    char text[32];
+    return std::string(text, std::to_chars(text, text + sizeof(text), value, std::chars_format::general, 6).ptr);
+}
+
 } // namespace Color

@@ -29,4 +29,8 @@ int32_t readIntegerToken(std::string_view token);
 std::string toText(float value);
 std::string toText(double value);
 
+/// Six significant digits in general notation, like "0.18", "1e-07", "nan" or "-inf": how a file spells its numbers
+/// outside of arrays.
+std::string toSixDigits(double value);
+
 } // namespace Color

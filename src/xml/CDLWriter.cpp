@@ -1,6 +1,6 @@
 #include "xml/CDLWriter.h"
 
-#include "xml/xmlTransformWriterUtils.h"
+#include "utils/numberText.h"
 
 namespace Color::Xml::Writer {
 

@@ -1,7 +1,6 @@
 #include "xml/exposureContrastWriter.h"
 
 #include "utils/numberText.h"
-#include "xml/xmlTransformWriterUtils.h"
 
 namespace Color::Xml::Writer {
 

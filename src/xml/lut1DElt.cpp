@@ -6,6 +6,7 @@
 
 #include <Imath/half.h>
 #include <cmath>
+#include <utility>
 
 namespace Color::Xml::Reader {
 
@@ -76,12 +77,13 @@ void CurveElt<LutOp>::storeCurves(std::size_t count)
               this->getCurrentLine(), this->getFileName());
     }
     Lut1DOp::Lut3by1DArray& array = this->getTypedOp().getArray();
-    array.resize(m_length, 3);
-    const std::size_t stride = m_numColorComponents == 1 ? 3 : 1;
-    for (std::size_t i = 0; i < array.getValues().size(); ++i) {
-        array.setValue(i, m_array.values[i / stride]);
+    if (m_numColorComponents == 1) {
+        array.setSingleCurve(m_array.values);
+        m_array.values = {};
+    } else {
+        array.getValues() = std::move(m_array.values);
+        array.resize(m_length, m_numColorComponents); // the size that they have already
     }
-    m_array.values = {};
     array.validate();
     setCompleted(true);
 }

@@ -37,9 +37,9 @@ void Lut1DWriter::writeContent() const
     const Lut1DOp& lut = getOp();
     const Lut1DOp::Lut3by1DArray& array = lut.getArray();
     const Array::Values& values = array.getValues();
-    // A curve that a file gives once is held three times.
+    // A curve that was given once is held three times.
     const uint32_t held = array.getNumColorComponents();
-    const uint32_t written = held == 3 && hasEqualChannels(values) ? 1 : held;
+    const uint32_t written = held == 3 && array.isSingleCurve() && hasEqualChannels(values) ? 1 : held;
     const NumberLayout& layout = lut.hasRawHalfs() ? kHalfPatternLayout : getNumberLayout(lut.getOutBitDepth());
     writeArray(getFormatter(), {array.getLength(), written}, layout,
                {values.data(), values.size(), held / written, written});

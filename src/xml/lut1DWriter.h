@@ -15,7 +15,7 @@ public:
     void getAttributes(XmlFormatter::Attributes& attributes) const override;
 
 protected:
-    /// Three channels that are the same are written as one.
+    /// A curve that was given once for all channels is written once.
     void writeContent() const override;
 };
 

@@ -1,6 +1,6 @@
 #include "xml/rangeWriter.h"
 
-#include "xml/xmlTransformWriterUtils.h"
+#include "utils/numberText.h"
 
 #include <cmath>
 

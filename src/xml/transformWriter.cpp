@@ -1,5 +1,6 @@
 #include "xml/transformWriter.h"
 
+#include "utils/numberText.h"
 #include "xml/opWriterTable.h"
 #include "xml/xmlTransformWriterUtils.h"
 

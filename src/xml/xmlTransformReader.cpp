@@ -1,6 +1,7 @@
 #include "xml/xmlTransformReader.h"
 
 #include "utils/exception.h"
+#include "utils/numberText.h"
 #include "utils/text.h"
 #include "xml/childElementTable.h"
 #include "xml/dummyElt.h"
@@ -10,26 +11,12 @@
 #include "xml/opElementTable.h"
 #include "xml/transformElt.h"
 
-#include <charconv>
 #include <optional>
 #include <utility>
 
 namespace Color {
 
-namespace {
-
 using namespace Xml::Reader;
-
-/// As a stream prints it by default: six significant digits.
-std::string spellVersion(float version)
-{
-    char text[32];
-    const auto end =
-        std::to_chars(text, text + sizeof text, static_cast<double>(version), std::chars_format::general, 6);
-    return {text, end.ptr};
-}
-
-} // namespace
 
 class XMLTransformReader::Impl : public ElementReader
 {
@@ -94,8 +81,8 @@ void XMLTransformReader::Impl::pushOp(OpType type, const std::string& name)
     }
     auto element = makeOpElement(type, parent->getVersion(), name, *parent, context);
     if (!element) {
-        raise(LogCategory::XML_READER, ErrorIds::XML_UNSUPPORTED_VERSION_FOR_OP, spellVersion(parent->getVersion()),
-              name, context.line, context.getShownFileName());
+        raise(LogCategory::XML_READER, ErrorIds::XML_UNSUPPORTED_VERSION_FOR_OP,
+              toSixDigits(static_cast<double>(parent->getVersion())), name, context.line, context.getShownFileName());
     }
     push(std::move(element));
 }

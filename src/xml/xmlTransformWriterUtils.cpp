@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <string>
 
 namespace Color::Xml::Writer {
 
@@ -16,15 +17,15 @@ constexpr std::size_t kNumberRoom = 32;
 constexpr int kDefaultPrecision = 6; // of a stream
 
 /// General notation, as a stream in its default state prints it.
-template <int precision, class Real>
-char* printGeneral(char* text, Real value)
+template <int precision>
+char* printGeneral(char* text, float value)
 {
     return std::to_chars(text, text + kNumberRoom, value, std::chars_format::general, precision).ptr;
 }
 
 /// The same with one spelling for all NaNs.
-template <int precision, class Real>
-char* printFloat(char* text, Real value)
+template <int precision>
+char* printFloat(char* text, float value)
 {
     return printGeneral<precision>(text, std::isnan(value) ? std::fabs(value) : value);
 }
@@ -34,13 +35,13 @@ char* printHalfPattern(char* text, float value)
     return std::to_chars(text, text + kNumberRoom, Imath::half(value).bits()).ptr;
 }
 
-constexpr NumberLayout integerLayout(std::size_t width) { return {width, printGeneral<kDefaultPrecision, float>}; }
+constexpr NumberLayout integerLayout(std::size_t width) { return {width, printGeneral<kDefaultPrecision>}; }
 
 constexpr NumberLayout k8iLayout = integerLayout(3);
 constexpr NumberLayout k10iLayout = integerLayout(4);
 constexpr NumberLayout k12iLayout = integerLayout(4);
 constexpr NumberLayout k16iLayout = integerLayout(5);
-constexpr NumberLayout k16fLayout = {11, printFloat<5, float>};
+constexpr NumberLayout k16fLayout = {11, printFloat<5>};
 
 void writeNumbers(std::ostream& stream, const NumberLayout& layout, const ArrayNumbers& numbers)
 {
@@ -74,14 +75,8 @@ void writeNumbers(std::ostream& stream, const NumberLayout& layout, const ArrayN
 
 } // namespace
 
-const NumberLayout kSingleLayout = {15, printFloat<8, float>};
+const NumberLayout kSingleLayout = {15, printFloat<8>};
 const NumberLayout kHalfPatternLayout = {5, printHalfPattern};
-
-std::string toSixDigits(double value)
-{
-    char text[kNumberRoom];
-    return {text, printFloat<kDefaultPrecision>(text, value)};
-}
 
 const NumberLayout& getNumberLayout(BitDepth depth)
 {

@@ -5,17 +5,11 @@
 
 #include <cstddef>
 #include <initializer_list>
-#include <string>
 
 namespace Color::Xml::Writer {
 
-// No number is written through a locale.
-
-/// Six significant digits in general notation, like "0.18", "1e-07", "nan" or "-inf": how attributes and the contents
-/// of small elements spell numbers.
-std::string toSixDigits(double value);
-
-/// How an array spells its numbers: right-aligned with blanks in a field that grows when one is too long for it.
+/// How an array spells its numbers, whatever the locale: right-aligned with blanks in a field that grows when one is
+/// too long for it.
 struct NumberLayout
 {
     std::size_t width;

@@ -123,6 +123,17 @@ TEST(CPUDitherOp, theValuesStayInTheScaleOfTheInput)
     EXPECT_TRUE(samePixel(render(*renderer, Pixel{255, 128, 1, 0}), {255, 128, 1, 0}));
 }
 
+TEST(CPUDitherOp, theMatrixIsInTheScaleOfTheInputWhateverTheOutDepth)
+{
+    for (const BitDepth out : {BIT_DEPTH_8i, BIT_DEPTH_10i, BIT_DEPTH_16f, BIT_DEPTH_32f}) {
+        const auto renderer = makeDitherRenderer(DitherOp(BIT_DEPTH_16i, out, BIT_DEPTH_8i));
+        const Pixels pixels = renderAt(*renderer, Pixels(2, Pixel{1000, 2000, 3000, 65535}), 0, 0);
+        // Numbers 0 and 128 of the Bayer matrix: (0.5 / 256 - 0.5) * 257 and (128.5 / 256 - 0.5) * 257.
+        EXPECT_TRUE(samePixel(pixels[0], {872.001953125f, 1872.001953125f, 2872.001953125f, 65407.f}));
+        EXPECT_TRUE(samePixel(pixels[1], {1000.501953125f, 2000.501953125f, 3000.501953125f, 65535.5f}));
+    }
+}
+
 TEST(CPUDitherOp, noPixelsAreNoPixels)
 {
     const Pixel source = {1, 2, 3, 4};

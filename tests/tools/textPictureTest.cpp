@@ -38,6 +38,14 @@ TEST(drawBars, endsAtTheLimits)
                 ElementsAre("   ██"));
 }
 
+TEST(drawBars, takesLimitsAsFarApartAsFloatsCan)
+{
+    constexpr float largest = std::numeric_limits<float>::max();
+    EXPECT_THAT(
+        drawBars("", {-kInfinity, -largest, 0.0f, largest, kInfinity}, -largest, largest, 1, Glyphs::BLOCKS).lines,
+        ElementsAre("  ▄██"));
+}
+
 TEST(drawShades, hasFiveSteps)
 {
     const std::vector<float> values = {0.0f, 0.25f, 0.5f, 0.75f, 1.0f, kNaN};

@@ -216,6 +216,23 @@ TEST(Lut1DOp, arrayHoldsLengthTimesComponents)
     EXPECT_EQ(op.getArray().getNumValues(0xffffffff, 3), std::size_t{3} * 0xffffffff);
 }
 
+TEST(Lut1DOp, aSingleCurveIsThatOfAllComponents)
+{
+    Lut1DOp op(7);
+    EXPECT_FALSE(op.getArray().isSingleCurve());
+    op.getArray().setSingleCurve({0.F, 0.25F});
+    EXPECT_TRUE(op.getArray().isSingleCurve());
+    EXPECT_EQ(op.getArray().getLength(), 2u);
+    EXPECT_EQ(op.getArray().getNumColorComponents(), 3u);
+    EXPECT_EQ(op.getArray().getValues(), (Array::Values{0.F, 0.F, 0.F, 0.25F, 0.25F, 0.25F}));
+    EXPECT_TRUE(Lut1DOp(op).getArray().isSingleCurve());
+
+    // How it was given makes no other curve of it.
+    Lut1DOp three(2);
+    three.getArray().getValues() = op.getArray().getValues();
+    EXPECT_TRUE(three.isEqual(op));
+}
+
 TEST(Lut1DOp, validateChecksDepthsFirst)
 {
     Lut1DOp noInput(0);

@@ -361,6 +361,27 @@ TEST(ToText, readsBackToTheSameBits)
     }
 }
 
+TEST(ToSixDigits, isTheGeneralNotation)
+{
+    EXPECT_EQ(toSixDigits(0.0), "0");
+    EXPECT_EQ(toSixDigits(-0.0), "-0");
+    EXPECT_EQ(toSixDigits(1.0), "1");
+    EXPECT_EQ(toSixDigits(0.18), "0.18");
+    EXPECT_EQ(toSixDigits(1.0 / 3.0), "0.333333");
+    EXPECT_EQ(toSixDigits(999999.4), "999999");
+    EXPECT_EQ(toSixDigits(1234567.5), "1.23457e+06");
+    EXPECT_EQ(toSixDigits(0.00001), "1e-05");
+    EXPECT_EQ(toSixDigits(static_cast<double>(1.6f)), "1.6");
+}
+
+TEST(ToSixDigits, namesWhatIsNoNumber)
+{
+    EXPECT_EQ(toSixDigits(std::nan("")), "nan");
+    EXPECT_EQ(toSixDigits(-std::nan("")), "nan");
+    EXPECT_EQ(toSixDigits(DOUBLE_INF), "inf");
+    EXPECT_EQ(toSixDigits(-DOUBLE_INF), "-inf");
+}
+
 TEST(NumberText, localeDoesNotMatter)
 {
     const CommaLocale locale;
@@ -374,6 +395,8 @@ TEST(NumberText, localeDoesNotMatter)
     EXPECT_EQ(readIntegerToken("1000"), 1000);
     EXPECT_EQ(toText(1.5f), "1.5");
     EXPECT_EQ(toText(1234567.25), "1234567.25");
+    EXPECT_EQ(toSixDigits(1234567.5), "1.23457e+06");
+    EXPECT_EQ(toSixDigits(12345.5), "12345.5");
 }
 
 } // namespace

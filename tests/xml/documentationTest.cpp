@@ -1,3 +1,4 @@
+#include "tests/xml/written.h"
 #include "transform/CDLOp.h"
 #include "transform/exposureContrastOp.h"
 #include "transform/gammaOp.h"
@@ -97,6 +98,53 @@ TEST(Documentation, itsExampleOfEachOpLoads)
     EXPECT_EQ(types,
               (std::vector<OpType>{OP_LUT_1D, OP_INVERSE_LUT_1D, OP_LUT_3D, OP_GAMMA, OP_LOG, OP_EXPOSURE_CONTRAST,
                                    OP_CDL, OP_GAMUT_MAP, OP_HUE_VECTOR, OP_DITHER, OP_REFERENCE}));
+}
+
+TEST(Documentation, itsExamplesSurviveASaveWhichIsTheSameTextEachTime)
+{
+    const std::vector<std::string> examples = documentedExamples();
+    for (std::size_t i = 0; i < examples.size(); ++i) {
+        SCOPED_TRACE(examples[i]);
+        const ColorTransformPtr transform = i == 0 ? read(examples[i]) : readExample(examples[i]);
+        const std::string text = Ctf::write(transform);
+        const ColorTransformPtr readBack = read(text);
+        EXPECT_TRUE(readBack->isEqual(*transform)) << text;
+        EXPECT_EQ(Ctf::write(readBack), text);
+    }
+}
+
+TEST(Documentation, aSaveKeepsAsManyDigitsAsItSays)
+{
+    const float third = 1.F / 3.F;
+    const auto hasNumber = [](const Op& op, const std::string& number) {
+        return Ctf::writeOp(op).find(number + "\n") != std::string::npos;
+    };
+    MatrixOp matrix(BIT_DEPTH_8i, BIT_DEPTH_8i);
+    matrix.setOffset(2, third);
+    EXPECT_TRUE(hasNumber(matrix, " 0.33333334"));
+
+    const struct
+    {
+        BitDepth outBitDepth;
+        const char* number;
+    } rows[] = {
+        {BIT_DEPTH_32f, " 0.33333334"}, {BIT_DEPTH_16f, " 0.33333"},  {BIT_DEPTH_16i, " 0.333333"},
+        {BIT_DEPTH_12i, " 0.333333"},   {BIT_DEPTH_10i, " 0.333333"}, {BIT_DEPTH_8i, " 0.333333"},
+    };
+    for (const auto& row : rows) {
+        Lut1DOp lut1D(BIT_DEPTH_32f, row.outBitDepth, {}, {}, {}, Lut1DOp::INTERPOLATION_DEFAULT, 2, HALF_FLAGS_NONE);
+        lut1D.getArray().setValue(2, third);
+        EXPECT_TRUE(hasNumber(lut1D, row.number)) << row.number;
+        Lut3DOp lut3D(BIT_DEPTH_32f, row.outBitDepth, 2);
+        lut3D.getArray().setValue(2, third);
+        EXPECT_TRUE(hasNumber(lut3D, row.number)) << row.number;
+    }
+
+    ExposureContrastOp exposureContrast;
+    exposureContrast.getExposure()->set(1.0 / 3.0);
+    exposureContrast.setPivot(1.0 / 3.0);
+    EXPECT_NE(Ctf::writeOp(exposureContrast).find("\"0.3333333333333333\" contrast=\"1\" pivot=\"0.333333\""),
+              std::string::npos);
 }
 
 TEST(Documentation, itsExamplesHoldWhatTheySay)

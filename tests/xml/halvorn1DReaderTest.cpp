@@ -131,6 +131,7 @@ TEST(Halvorn1DReader, depthFieldReplacesTheOutputDepth)
     expectDepth("65536F", BIT_DEPTH_16f);
     expectDepth("65536f rest", BIT_DEPTH_16f);
     expectDepth("65536i", BIT_DEPTH_16i);
+    expectDepth("65536 f", BIT_DEPTH_16i); // the letter is of another field
     expectDepth("1024f", BIT_DEPTH_10i);
     EXPECT_EQ(read("LUT: 1 1024 1024\n" + ramp(1024)).getOutBitDepth(), BIT_DEPTH_10i);
     for (const char* field : {"10", "0", "-256", "f", "65537", "99999999999999999999"})

@@ -50,24 +50,68 @@ TEST(Lut1DWriter, writesThreeCurves)
                            "</LUT1D>\n");
 }
 
-TEST(Lut1DWriter, writesOneCurveForThreeThatAreTheSame)
+TEST(Lut1DWriter, writesASingleCurveOnce)
 {
     Lut1DOp op(2);
-    const std::string text = "<LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
-                             "   <Array dim=\"2 1\">\n"
-                             "              0\n"
-                             "              1\n"
-                             "   </Array>\n"
-                             "</LUT1D>\n";
-    Ctf::expectWritten(op, text);
-    EXPECT_EQ(Ctf::writeOp(*Ctf::read(Ctf::document(text))->getOpList().get(0)), text);
+    op.getArray().setSingleCurve({0, 0.5F, 1});
+    Ctf::expectWritten(op, "<LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                           "   <Array dim=\"3 1\">\n"
+                           "              0\n"
+                           "            0.5\n"
+                           "              1\n"
+                           "   </Array>\n"
+                           "</LUT1D>\n");
 }
 
-TEST(Lut1DWriter, writesThreeCurvesThatDifferInOneValueOrInASign)
+TEST(Lut1DWriter, writesThreeCurvesThoughTheyAreTheSame)
 {
-    const std::string dim = "<Array dim=\"2 3\">";
-    EXPECT_NE(Ctf::writeOp(lutOf(BIT_DEPTH_32f, BIT_DEPTH_32f, {0, 0, 0, 1, 1, 0.5F})).find(dim), std::string::npos);
-    EXPECT_NE(Ctf::writeOp(lutOf(BIT_DEPTH_32f, BIT_DEPTH_32f, {0, -0.F, 0, 1, 1, 1})).find(dim), std::string::npos);
+    Lut1DOp op(2);
+    Ctf::expectWritten(op, "<LUT1D inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                           "   <Array dim=\"2 3\">\n"
+                           "              0               0               0\n"
+                           "              1               1               1\n"
+                           "   </Array>\n"
+                           "</LUT1D>\n");
+}
+
+TEST(Lut1DWriter, writesAsManyCurvesAsWereRead)
+{
+    const std::string arrays[] = {"<Array dim=\"3 1\">\n"
+                                  "              0\n"
+                                  "            0.5\n"
+                                  "              1\n",
+                                  "<Array dim=\"3 3\">\n"
+                                  "              0               0               0\n"
+                                  "            0.5             0.5             0.5\n"
+                                  "              1               1               1\n"};
+    for (const std::string element : {"LUT1D", "InverseLUT1D"}) {
+        for (const std::string& array : arrays) {
+            const std::string text = "<" + element + " inBitDepth=\"32f\" outBitDepth=\"32f\">\n   " + array +
+                                     "   </Array>\n</" + element + ">\n";
+            EXPECT_EQ(Ctf::writeOp(*Ctf::read(Ctf::document(text))->getOpList().get(0)), text);
+        }
+    }
+}
+
+TEST(Lut1DWriter, aSingleCurveStaysOneWhenItIsInverted)
+{
+    Lut1DOp op(2);
+    op.getArray().setSingleCurve({0, 0.25F, 1});
+    OpList list;
+    op.appendInverse(list);
+    list.get(0)->appendInverse(list);
+    for (std::size_t i = 0; i < 2; ++i)
+        EXPECT_NE(Ctf::writeOp(*list.get(i)).find("<Array dim=\"3 1\">"), std::string::npos);
+}
+
+TEST(Lut1DWriter, writesThreeCurvesWhenASingleOneWasChangedInOneChannelOrInASign)
+{
+    for (const float changed : {0.5F, -0.F}) {
+        Lut1DOp op(2);
+        op.getArray().setSingleCurve({0, 1});
+        op.getArray().setValue(1, changed);
+        EXPECT_NE(Ctf::writeOp(op).find("<Array dim=\"2 3\">"), std::string::npos);
+    }
 }
 
 TEST(Lut1DWriter, writesAnArrayThatHoldsOneCurve)
@@ -92,9 +136,9 @@ TEST(Lut1DWriter, writesEveryAttributeInOrder)
     const std::string text = Ctf::writeOp(op);
     EXPECT_EQ(text.substr(0, text.find('\n')), "<LUT1D inBitDepth=\"16f\" outBitDepth=\"16f\" interpolation=\"linear\" "
                                                "halfDomain=\"true\" rawHalfs=\"true\" hueAdjust=\"dw3\">");
-    EXPECT_NE(text.find("   <Array dim=\"65536 1\">\n    0\n    1\n    2\n"), std::string::npos);
     // The identity of a half domain holds each half at the place of its pattern.
-    EXPECT_NE(text.find("\n65534\n65535\n   </Array>\n"), std::string::npos);
+    EXPECT_NE(text.find("   <Array dim=\"65536 3\">\n    0     0     0\n    1     1     1\n"), std::string::npos);
+    EXPECT_NE(text.find("\n65534 65534 65534\n65535 65535 65535\n   </Array>\n"), std::string::npos);
 
     const auto transform = Ctf::read(Ctf::document(text));
     const auto& readBack = Ctf::getOp<Lut1DOp>(transform);
@@ -165,7 +209,9 @@ TEST(InvLut1DWriter, differsInItsTag)
 
 TEST(InvLut1DWriter, writesRawHalfsAsPatterns)
 {
-    InvLut1DOp op(lutOf(BIT_DEPTH_16f, BIT_DEPTH_32f, {0, 0, 0, 0.5F, 0.5F, 0.5F, 1, 1, 1}));
+    Lut1DOp lut(BIT_DEPTH_16f, BIT_DEPTH_32f, HALF_FLAGS_NONE);
+    lut.getArray().setSingleCurve({0, 0.5F, 1});
+    InvLut1DOp op(lut);
     op.setHalfFlags(HALF_FLAGS_RAW_HALFS);
     EXPECT_EQ(Ctf::writeOp(op), "<InverseLUT1D inBitDepth=\"32f\" outBitDepth=\"16f\" rawHalfs=\"true\">\n"
                                 "   <Array dim=\"3 1\">\n"

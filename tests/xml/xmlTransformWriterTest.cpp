@@ -93,7 +93,9 @@ TEST(XMLTransformWriter, localeDoesNotMatter)
 
 TEST(XMLTransformWriter, whatAFileHoldsSurvivesAndTheTextStaysTheSame)
 {
-    for (const char* name : {"everything_1_6.ctf", "matrix_1_2.ctf", "no_version.ctf", "range.ctf"}) {
+    for (const char* name :
+         {"everything_1_6.ctf", "curves_1_6.ctf", "grading_1_6.ctf", "luts.ctf", "matrix_1_2.ctf", "no_version.ctf",
+          "range.ctf", "ops_1_2.ctf", "ops_1_3.ctf", "ops_1_4.ctf", "ops_1_5.ctf", "ops_1_6.ctf"}) {
         SCOPED_TRACE(name);
         XMLTransformReader reader;
         reader.readFile(std::string(MORVANE_TEST_DATA "/ctf/") + name);

@@ -163,23 +163,6 @@ TEST(writeArray, localeDoesNotMatter)
     const CommaLocale locale;
     EXPECT_EQ(numberOf(BIT_DEPTH_16f, 1234.5F), "     1234.5\n");
     EXPECT_EQ(numbersOf(kHalfPatternLayout, {1.F}), "15360\n");
-    EXPECT_EQ(toSixDigits(1234567.5), "1.23457e+06");
-    EXPECT_EQ(toSixDigits(12345.5), "12345.5");
-}
-
-TEST(toSixDigits, isTheGeneralNotation)
-{
-    EXPECT_EQ(toSixDigits(0.0), "0");
-    EXPECT_EQ(toSixDigits(-0.0), "-0");
-    EXPECT_EQ(toSixDigits(1.0), "1");
-    EXPECT_EQ(toSixDigits(0.18), "0.18");
-    EXPECT_EQ(toSixDigits(1.0 / 3.0), "0.333333");
-    EXPECT_EQ(toSixDigits(999999.4), "999999");
-    EXPECT_EQ(toSixDigits(0.00001), "1e-05");
-    EXPECT_EQ(toSixDigits(static_cast<double>(kNaN)), "nan");
-    EXPECT_EQ(toSixDigits(-static_cast<double>(kNaN)), "nan");
-    EXPECT_EQ(toSixDigits(static_cast<double>(kInfinity)), "inf");
-    EXPECT_EQ(toSixDigits(-static_cast<double>(kInfinity)), "-inf");
 }
 
 TEST(getFileVersion, curvesNeed14WithHueAdjust)
