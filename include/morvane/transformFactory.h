@@ -77,14 +77,14 @@ MORVANE_API MorvaneStatus Create3DLutTransformFromShort(BitDepth in, BitDepth ou
 /// inverse. Fails with 0x2010001 also when the dither depth is none.
 MORVANE_API MorvaneStatus CreateDitherTransform(BitDepth in, BitDepth out, BitDepth dither, TransformPtr& result);
 
-/// Makes a transform that stands for the one that an alias of the preferences names. The alias is not looked up yet. It
-/// has no inverse. This release does not render it: finalize() fails with 0x4010005. Fails with 0x6030001 when alias is
-/// null, 0x2080001 when it is empty.
+/// Makes a transform that stands for the one that an alias of the preferences names. The alias is looked up, and the
+/// file read, by finalize(). When addAliasInPreferences() points the alias elsewhere, the transform is finalized anew
+/// with the values that it has; should that fail, it is left without renderers. It has no inverse. Fails with 0x6030001
+/// when alias is null, 0x2080001 when it is empty, and with what loading the preferences fails with.
 MORVANE_API MorvaneStatus CreateReferenceTransformFromAlias(BitDepth in, BitDepth out, const char* alias,
                                                             TransformPtr& result);
 
-/// Makes a transform that stands for the one in a file. The file is not looked at yet. It has no inverse, and is not
-/// rendered either.
+/// Makes a transform that stands for the one in a file, which finalize() reads. It has no inverse.
 ///
 /// \param basePath where a relative path starts from; it cannot be resolved without one. An absolute path needs none.
 ///

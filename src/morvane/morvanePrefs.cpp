@@ -61,7 +61,9 @@ void MorvanePrefs::changeAndSave(const std::string& alias, Change&& change)
     const bool isOther = !former || *former != changed.findAlias(alias);
     // Not assigned: hosts hold pointers to the entries.
     change(m_preferences);
-    if (isOther) m_observables[alias].notifyAll();
+    if (!isOther) return;
+    const std::lock_guard<std::recursive_mutex> guard(m_observablesLock);
+    m_observables[alias].notifyAll();
 }
 
 void MorvanePrefs::setAlias(const std::string& alias, const std::string& path, BasePath basePath)
@@ -116,11 +118,13 @@ void MorvanePrefs::withMonitorProfile(Use&& use) const
 
 void MorvanePrefs::addObserver(const std::string& alias, Color::Observer* observer)
 {
+    const std::lock_guard<std::recursive_mutex> guard(m_observablesLock);
     m_observables[alias].add(observer);
 }
 
 void MorvanePrefs::removeObserver(const std::string& alias, Color::Observer* observer)
 {
+    const std::lock_guard<std::recursive_mutex> guard(m_observablesLock);
     m_observables[alias].remove(observer);
 }
 

@@ -4,6 +4,7 @@
 #include "utils/preferences.h"
 
 #include <map>
+#include <mutex>
 #include <string>
 
 namespace Morvane_2015_1_42::Impl {
@@ -43,6 +44,8 @@ public:
     /// Holds for this process, and gets to the file with the next save. Refuses what could not be saved.
     void setSharedHome(const std::string& path);
 
+    // Observers may be added and removed by several threads at once, also while others are told.
+
     /// The observer is told when the alias has changed.
     void addObserver(const std::string& alias, Color::Observer* observer);
     /// Throws 0x1020006 when the observer does not watch the alias; null does nothing.
@@ -60,6 +63,8 @@ private:
     std::string m_configFile;
     MonitorProfileFinder m_findMonitorProfile;
     Color::Preferences m_preferences;
+    std::recursive_mutex
+        m_observablesLock; ///< recursive because observers add and remove themselves while they are told
     std::map<std::string, Color::Observable> m_observables; ///< by alias
 };
 

@@ -199,8 +199,12 @@ MorvaneStatus createStockTransform(StockTransform stock, TransformPtr& result)
 MorvaneStatus concatenateTransforms(const TransformPtr& first, const TransformPtr& second, TransformPtr& result)
 {
     return Color::statusOf([&] {
-        result.reset(new Impl::Transform(
-            Color::concatenateTransforms(Impl::Transform::modelOf(first), Impl::Transform::modelOf(second))));
+        const Color::ColorTransformPtr model =
+            Color::concatenateTransforms(Impl::Transform::modelOf(first), Impl::Transform::modelOf(second));
+        const ResolveFlags flags = Impl::Transform::of(first)->getResolveFlags();
+        // What is resolved can stay when it is resolved alike.
+        if (flags != Impl::Transform::of(second)->getResolveFlags()) model->unresolve();
+        result.reset(new Impl::Transform(model, std::string(), flags));
     });
 }
 

@@ -1,9 +1,11 @@
 #include "morvane/transformImpl.h"
 
+#include "morvane/morvanePrefs.h"
 #include "morvane/transformDescription.h"
 #include "renderer/optimizer.h"
 #include "utils/statusImpl.h"
 #include "utils/text.h"
+#include "xml/xmlTransformResolver.h"
 
 #include <boost/make_shared.hpp>
 #include <typeinfo>
@@ -45,10 +47,11 @@ uint32_t rowSize(PixelFormat format, const ROI& roi) { return getPixelSizeInByte
 
 } // namespace
 
-// References are not part of this build; with them, a transform watches their aliases from here to its destructor.
-Transform::Transform(const Color::ColorTransformPtr& transform, const std::string& filePath)
-    : m_transform(transform), m_filePath(filePath)
-{}
+Transform::Transform(const Color::ColorTransformPtr& transform, const std::string& filePath, ResolveFlags resolveFlags)
+    : m_transform(transform), m_filePath(filePath), m_resolveFlags(resolveFlags), m_aliasWatch(*this)
+{
+    m_aliasWatch.watch(m_transform->getOpList());
+}
 
 Transform::~Transform() = default;
 
@@ -69,7 +72,8 @@ Color::ColorTransformPtr Transform::modelOf(const TransformPtr& handle)
 
 TransformPtr Transform::clone() const
 {
-    return TransformPtr(new Transform(m_transform->clone(Color::CloneMode::Copy), m_filePath));
+    // The clone shares what the references are resolved to, and with that the flags.
+    return TransformPtr(new Transform(m_transform->clone(Color::CloneMode::Copy), m_filePath, m_resolveFlags));
 }
 
 const char* Transform::getId() const { return m_transform->getId().c_str(); }
@@ -222,6 +226,28 @@ bool Transform::isFinalizedWith(PixelFormat in, PixelFormat out, RendererFlags r
            rendererFlags == m_rendererFlags && optimizerFlags == m_optimizerFlags && resolveFlags == m_resolveFlags;
 }
 
+void Transform::resolveReferences(ResolveFlags resolveFlags)
+{
+    const bool flagsChange = resolveFlags != m_resolveFlags;
+    const bool isUnresolved = m_transform->hasUnresolvedReference();
+    // Flags are changed for what they have chosen. There is nothing chosen yet in an unresolved reference.
+    if (flagsChange && isUnresolved) Color::raise(LogCategory::MORVANE_PREFS, ErrorIds::UNRESOLVED_REFERENCES);
+    if (m_transform->hasReference() && (flagsChange || isUnresolved)) {
+        m_transform->unresolve();
+        const Color::XMLTransformResolver resolver(MorvanePrefs::getInstance().get());
+        resolver.resolve(m_filePath, resolveFlags, *m_transform);
+    }
+    m_resolveFlags = resolveFlags;
+    // Other flags choose other aliases, and other aliases may show in referenced files.
+    m_aliasWatch.watch(m_transform->getOpList());
+}
+
+Color::ColorTransformPtr Transform::makeFlatCopy(ResolveFlags resolveFlags)
+{
+    resolveReferences(resolveFlags);
+    return m_transform->clone(Color::CloneMode::Flatten);
+}
+
 MorvaneStatus Transform::finalize(PixelFormat in, PixelFormat out, RendererFlags rendererFlags,
                                   OptimizerFlags optimizerFlags, ResolveFlags resolveFlags)
 {
@@ -231,10 +257,7 @@ MorvaneStatus Transform::finalize(PixelFormat in, PixelFormat out, RendererFlags
     m_optimizerFlags = optimizerFlags;
     dropRenderers();
     return Color::statusOf([&] {
-        // References come next: stop watching their aliases when the resolve flags change, resolve what is unresolved
-        // and watch again. No op of this build is a reference, so the flags are all there is to keep.
-        m_resolveFlags = resolveFlags;
-        const Color::ColorTransformPtr flat = m_transform->clone(Color::CloneMode::Flatten);
+        const Color::ColorTransformPtr flat = makeFlatCopy(resolveFlags);
         Rendering::optimize(*flat, optimizerFlags);
         createRenderers(*flat);
     });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "morvane/aliasWatch.h"
 #include "morvane/finalize.h"
 #include "morvane/transform.h"
 #include "renderer/genericRenderer.h"
@@ -16,8 +17,12 @@ namespace Morvane_2015_1_42::Impl {
 class Transform final : public Morvane_2015_1_42::Transform, public Color::Observer, private boost::noncopyable
 {
 public:
-    /// Not finalized. The transform must not be null; filePath is the base of its relative references.
-    explicit Transform(const Color::ColorTransformPtr& transform, const std::string& filePath = std::string());
+    /// Not finalized. The transform must not be null; filePath is the base of its relative references. With references
+    /// to aliases the preferences of the process are loaded, so that changes of the aliases are noticed; their failures
+    /// pass through.
+    /// \param resolveFlags what its references are resolved with, as far as they are
+    explicit Transform(const Color::ColorTransformPtr& transform, const std::string& filePath = std::string(),
+                       ResolveFlags resolveFlags = RESOLVE_BROADCAST_MONITOR);
     ~Transform() override;
 
     /// The object behind a handle; null when there is none, or when it is not one of the library's own.
@@ -62,15 +67,21 @@ public:
     /// An alias that a reference uses has changed: resolves and finalizes anew with the stored values.
     void notify() override;
 
+    ResolveFlags getResolveFlags() const { return m_resolveFlags; }
+
     bool isFinalized() const { return m_cpuRenderer || m_gpuRenderer; }
     /// True when these are the values of the last finalize().
     bool isFinalizedWith(PixelFormat in, PixelFormat out, RendererFlags rendererFlags, OptimizerFlags optimizerFlags,
                          ResolveFlags resolveFlags) const;
+    /// Resolves the references, unless they are resolved with these flags, and copies the ops that are to be rendered.
+    /// Throws 0x6030004 when the flags are other ones than before and a reference was never resolved.
+    Color::ColorTransformPtr makeFlatCopy(ResolveFlags resolveFlags);
     /// Finalizes this object, whatever its state. After a failure it has no renderer.
     MorvaneStatus finalize(PixelFormat in, PixelFormat out, RendererFlags rendererFlags, OptimizerFlags optimizerFlags,
                            ResolveFlags resolveFlags);
 
 private:
+    void resolveReferences(ResolveFlags resolveFlags);
     void dropRenderers();
     void createRenderers(const Color::Transform& flat);
 
@@ -82,8 +93,9 @@ private:
     PixelFormat m_inputPixelFormat = PF_UNKNOWN;
     PixelFormat m_outputPixelFormat = PF_UNKNOWN;
     std::string m_filePath;
-    ResolveFlags m_resolveFlags = RESOLVE_BROADCAST_MONITOR;
+    ResolveFlags m_resolveFlags;
     GPUAdaptorPtr m_gpuAdaptor;
+    AliasWatch m_aliasWatch;
 };
 
 } // namespace Morvane_2015_1_42::Impl

@@ -47,13 +47,19 @@ const std::string& ReferenceOp::getOpTypeName() const
 void ReferenceOp::setInBitDepth(BitDepth depth)
 {
     Op::setInBitDepth(depth);
-    if (m_opList && !m_opList->empty()) m_opList->get(0)->setInBitDepth(depth);
+    if (!m_opList || m_opList->empty() || m_opList->get(0)->getInBitDepth() == depth) return;
+    unshareOps();
+    m_opList->get(0)->setInBitDepth(depth);
 }
 
 void ReferenceOp::setOutBitDepth(BitDepth depth)
 {
     Op::setOutBitDepth(depth);
-    if (m_opList && !m_opList->empty()) m_opList->get(m_opList->size() - 1)->setOutBitDepth(depth);
+    if (!m_opList || m_opList->empty()) return;
+    const std::size_t last = m_opList->size() - 1;
+    if (m_opList->get(last)->getOutBitDepth() == depth) return;
+    unshareOps();
+    m_opList->get(last)->setOutBitDepth(depth);
 }
 
 void ReferenceOp::validate()
@@ -120,6 +126,11 @@ const OpList& ReferenceOp::getOpList() const
 {
     if (!m_opList) raise(LogCategory::TRANSFORM_REFERENCE, ErrorIds::REFERENCE_OPS_MISSING, getDisplayName());
     return *m_opList;
+}
+
+void ReferenceOp::unshareOps()
+{
+    if (m_opList.use_count() > 1) m_opList = boost::make_shared<OpList>(*m_opList);
 }
 
 void ReferenceOp::passBypassDown()

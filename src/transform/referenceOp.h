@@ -18,7 +18,7 @@ public:
     ReferenceOp(BitDepth in, BitDepth out);
     ReferenceOp(BitDepth in, BitDepth out, const std::string& id, const std::string& name,
                 const Descriptions& descriptions);
-    /// Shares the resolved ops with the original.
+    /// Shares the resolved ops with the original, until one of the two fits them to another depth.
     ReferenceOp(const ReferenceOp& other) = default;
 
     Op* clone() const override;
@@ -60,6 +60,8 @@ public:
     const OpList& getOpList() const;
 
 private:
+    /// Called before the resolved ops are changed: those that clones share stay as they are.
+    void unshareOps();
     void passBypassDown();
 
     std::string m_alias;

@@ -38,12 +38,12 @@ ColorTransformPtr load(const std::string& path, const ReferenceOp& reference)
 
 void XMLTransformResolver::resolve(const std::string& filePath, ResolveFlags flags, Transform& transform) const
 {
-    Paths inProgress;
-    resolve(filePath, flags, transform, inProgress);
+    Progress progress;
+    resolve(filePath, flags, transform, progress);
 }
 
 void XMLTransformResolver::resolve(const std::string& filePath, ResolveFlags flags, Transform& transform,
-                                   Paths& inProgress) const
+                                   Progress& progress) const
 {
     if (!transform.hasUnresolvedReference()) return;
     OpList& ops = transform.getOpList();
@@ -52,13 +52,17 @@ void XMLTransformResolver::resolve(const std::string& filePath, ResolveFlags fla
         auto* reference = dynamic_cast<ReferenceOp*>(ops.get(i));
         const std::string path = getFullPath(filePath, flags, reference);
         // Only the way down to this reference counts: several may stand for one file.
-        if (inProgress.count(path) != 0) {
+        if (progress.paths.count(path) != 0) {
             raise(LogCategory::XML_RESOLVER, ErrorIds::RESOLVER_REFERENCE_CYCLE, path);
         }
+        if (++progress.references > kMaxReferences) {
+            raise(LogCategory::XML_RESOLVER, ErrorIds::RESOLVER_LOAD_FAILED, reference->getDisplayName(),
+                  "more than " + std::to_string(kMaxReferences) + " references");
+        }
         const ColorTransformPtr referenced = load(path, *reference);
-        inProgress.insert(path);
-        resolve(path, flags, *referenced, inProgress);
-        inProgress.erase(path);
+        progress.paths.insert(path);
+        resolve(path, flags, *referenced, progress);
+        progress.paths.erase(path);
         reference->setResolved(referenced->getOpList(), path);
     }
 }

@@ -17,8 +17,8 @@ public:
     explicit XMLTransformResolver(const Preferences& preferences) : m_preferences(preferences) {}
 
     /// Does nothing when no reference of the transform is unresolved. Throws 0x3040002 when a file refers to itself,
-    /// straight or by others, 0x3040003 when one cannot be read, and what getFullPath() throws; references before the
-    /// one that fails are then resolved.
+    /// straight or by others, 0x3040003 when one cannot be read or is one of too many, and what getFullPath() throws;
+    /// references before the one that fails are then resolved.
     /// \param filePath the file that holds the transform, empty when there is none
     void resolve(const std::string& filePath, ResolveFlags flags, Transform& transform) const;
 
@@ -28,11 +28,18 @@ public:
     /// \param filePath the file that holds the reference
     std::string getFullPath(const std::string& filePath, ResolveFlags flags, ReferenceOp* reference) const;
 
-private:
-    using Paths = std::set<std::string>;
+    /// How many references are followed from one transform. Few files that refer to each other could otherwise stand
+    /// for more ops than any machine has room for.
+    static constexpr std::size_t kMaxReferences = 4096;
 
-    /// \param inProgress the files that are being resolved, each referred to by another of them
-    void resolve(const std::string& filePath, ResolveFlags flags, Transform& transform, Paths& inProgress) const;
+private:
+    struct Progress
+    {
+        std::set<std::string> paths; ///< the files that are being resolved, each referred to by another of them
+        std::size_t references = 0;  ///< that were followed so far
+    };
+
+    void resolve(const std::string& filePath, ResolveFlags flags, Transform& transform, Progress& progress) const;
     std::string getBaseDirectory(const std::string& filePath, BasePath basePath) const;
 
     const Preferences& m_preferences;

@@ -26,6 +26,17 @@ const std::regex kUuid("[0-9a-fA-F]{8}(-[0-9a-fA-F]{4}){3}-[0-9a-fA-F]{12}");
 
 bool isUuid(const std::string& text) { return std::regex_match(text, kUuid); }
 
+void expectFresh(const Morvane::TransformPtr& transform, Morvane::BitDepth in, Morvane::BitDepth out)
+{
+    EXPECT_TRUE(isUuid(transform->getId()));
+    EXPECT_STREQ(transform->getName(), "none");
+    EXPECT_STREQ(transform->getDescription(), "");
+    EXPECT_STREQ(transform->getInputDescriptor(), "");
+    EXPECT_STREQ(transform->getOutputDescriptor(), "");
+    EXPECT_EQ(transform->getInputBitDepth(), in);
+    EXPECT_EQ(transform->getOutputBitDepth(), out);
+}
+
 Morvane::TransformPtr makeScale(std::array<float, 4> factors, std::array<float, 4> offsets)
 {
     std::array<float, 16> matrix{};

@@ -19,6 +19,9 @@
 /// Hexadecimal digits in groups of 8, 4, 4, 4 and 12, joined by hyphens.
 bool isUuid(const std::string& text);
 
+/// Checks that a transform has an id, these depths, and nothing else that a host could have told.
+void expectFresh(const Morvane::TransformPtr& transform, Morvane::BitDepth in, Morvane::BitDepth out);
+
 /// A 32f transform with these factors for red, green, blue and alpha, and the offsets, none by default.
 Morvane::TransformPtr makeScale(std::array<float, 4> factors, std::array<float, 4> offsets = {});
 

@@ -60,13 +60,7 @@ void expectPlaces(const TransformPtr& transform)
 TEST(create1DLutTransform, makesAFreshTransform)
 {
     const TransformPtr transform = makeCurve(BIT_DEPTH_10i, BIT_DEPTH_16f, {0, 1});
-    EXPECT_TRUE(isUuid(transform->getId()));
-    EXPECT_STREQ(transform->getName(), "none");
-    EXPECT_STREQ(transform->getDescription(), "");
-    EXPECT_STREQ(transform->getInputDescriptor(), "");
-    EXPECT_STREQ(transform->getOutputDescriptor(), "");
-    EXPECT_EQ(transform->getInputBitDepth(), BIT_DEPTH_10i);
-    EXPECT_EQ(transform->getOutputBitDepth(), BIT_DEPTH_16f);
+    expectFresh(transform, BIT_DEPTH_10i, BIT_DEPTH_16f);
     EXPECT_STRNE(transform->getId(), makeCurve(BIT_DEPTH_10i, BIT_DEPTH_16f, {0, 1})->getId());
 }
 
@@ -269,13 +263,7 @@ TEST(create3DLutTransform, makesAFreshTransform)
     TransformPtr transform;
     ASSERT_TRUE(succeeds(
         Create3DLutTransformFromFloat(BIT_DEPTH_12i, BIT_DEPTH_16f, 2, makePlaces<float>().data(), transform)));
-    EXPECT_TRUE(isUuid(transform->getId()));
-    EXPECT_STREQ(transform->getName(), "none");
-    EXPECT_STREQ(transform->getDescription(), "");
-    EXPECT_STREQ(transform->getInputDescriptor(), "");
-    EXPECT_STREQ(transform->getOutputDescriptor(), "");
-    EXPECT_EQ(transform->getInputBitDepth(), BIT_DEPTH_12i);
-    EXPECT_EQ(transform->getOutputBitDepth(), BIT_DEPTH_16f);
+    expectFresh(transform, BIT_DEPTH_12i, BIT_DEPTH_16f);
 }
 
 TEST(create3DLutTransform, blueVariesFastestAndRedSlowest)
@@ -377,8 +365,7 @@ TEST(createDitherTransform, spreadsTheErrorOfRounding)
 {
     TransformPtr transform;
     ASSERT_TRUE(succeeds(CreateDitherTransform(BIT_DEPTH_32f, BIT_DEPTH_32f, BIT_DEPTH_8i, transform)));
-    EXPECT_TRUE(isUuid(transform->getId()));
-    EXPECT_STREQ(transform->getName(), "none");
+    expectFresh(transform, BIT_DEPTH_32f, BIT_DEPTH_32f);
     ASSERT_TRUE(succeeds(finalizeForCPU(transform, PF_RGBA_32f, PF_RGBA_32f)));
 
     // A grey between the codes 127 and 128, on which a quarter of the pixels of a pattern shall become 128.

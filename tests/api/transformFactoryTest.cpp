@@ -13,13 +13,7 @@ TEST(createMatrixTransform, makesAFreshTransform)
 {
     TransformPtr transform;
     ASSERT_TRUE(succeeds(CreateMatrixTransform(BIT_DEPTH_10i, BIT_DEPTH_16f, kMatrix3x3, kOffsets3, false, transform)));
-    EXPECT_TRUE(isUuid(transform->getId()));
-    EXPECT_STREQ(transform->getName(), "none");
-    EXPECT_STREQ(transform->getDescription(), "");
-    EXPECT_STREQ(transform->getInputDescriptor(), "");
-    EXPECT_STREQ(transform->getOutputDescriptor(), "");
-    EXPECT_EQ(transform->getInputBitDepth(), BIT_DEPTH_10i);
-    EXPECT_EQ(transform->getOutputBitDepth(), BIT_DEPTH_16f);
+    expectFresh(transform, BIT_DEPTH_10i, BIT_DEPTH_16f);
     TransformPtr second;
     ASSERT_TRUE(succeeds(CreateMatrixTransform(BIT_DEPTH_10i, BIT_DEPTH_16f, kMatrix3x3, kOffsets3, false, second)));
     EXPECT_STRNE(transform->getId(), second->getId());

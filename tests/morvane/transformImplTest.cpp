@@ -22,15 +22,6 @@ private:
     int* m_count;
 };
 
-/// What an unresolved reference looks like to the rest of the library.
-class UnresolvedOp : public Color::MatrixOp
-{
-public:
-    Op* clone() const override { return new UnresolvedOp(*this); }
-    Color::OpType getOpType() const override { return Color::OP_REFERENCE; }
-    bool isUnresolved() const override { return true; }
-};
-
 Color::ColorTransformPtr makeTransformOf(Color::Op* op)
 {
     auto transform = boost::make_shared<Color::Transform>();
@@ -84,11 +75,11 @@ TEST(transformImpl, isFinalizedWithTheFiveValuesAndNoOthers)
 
 TEST(transformImpl, failureInTheRendererLeavesItNotFinalized)
 {
-    Impl::Transform transform(makeTransformOf(new UnresolvedOp));
-    EXPECT_TRUE(transform.hasReferences());
-    MorvaneStatus status = finalizeForCPU(transform);
-    EXPECT_EQ(status.getErrorCode(), 0x4010005u);
-    EXPECT_STREQ(status.getErrorMessage(), "Unresolved transform");
+    Impl::Transform transform(Color::makeStockIdentity());
+    ASSERT_TRUE(finalizeForCPU(transform));
+    MorvaneStatus status =
+        transform.finalize(PF_UNKNOWN, PF_RGBA_16f, RENDERER_CPU, OPTIMIZER_OFF, RESOLVE_GRAPHICS_MONITOR);
+    EXPECT_FALSE(status);
     EXPECT_FALSE(transform.isFinalized());
 }
 

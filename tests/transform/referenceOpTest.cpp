@@ -375,6 +375,45 @@ TEST(ReferenceOp, cloneSharesTheOps)
     EXPECT_EQ(namesOf(copy.getOpList()), "a") << "they live as long as one of the two refers to them";
 }
 
+TEST(ReferenceOp, aCloneThatIsFittedLeavesTheOpsOfTheOriginal)
+{
+    const auto original = makeResolved({"a", "b"});
+    const OpList* const ops = original->getReferencedOps();
+    const std::unique_ptr<Op> sameDepths(original->clone());
+    sameDepths->setInBitDepth(BIT_DEPTH_32f);
+    sameDepths->setOutBitDepth(BIT_DEPTH_32f);
+    EXPECT_EQ(sameDepths->getReferencedOps(), ops) << "there was nothing to fit";
+
+    const std::unique_ptr<Op> in(original->clone());
+    in->setInBitDepth(BIT_DEPTH_8i);
+    EXPECT_EQ(in->getReferencedOps()->get(0)->getInBitDepth(), BIT_DEPTH_8i);
+    const std::unique_ptr<Op> out(original->clone());
+    out->setOutBitDepth(BIT_DEPTH_10i);
+    EXPECT_EQ(out->getReferencedOps()->get(1)->getOutBitDepth(), BIT_DEPTH_10i);
+    EXPECT_EQ(original->getReferencedOps(), ops);
+    EXPECT_EQ(ops->get(0)->getInBitDepth(), BIT_DEPTH_32f);
+    EXPECT_EQ(ops->get(1)->getOutBitDepth(), BIT_DEPTH_32f);
+}
+
+TEST(ReferenceOp, transformsThatAreConcatenatedKeepTheirOwnOps)
+{
+    OpList inner;
+    inner.append(makeResolved({"a"}).release());
+    Transform second;
+    second.getOpList().append(new ReferenceOp);
+    dynamic_cast<ReferenceOp&>(*second.getOpList().get(0)).setResolved(inner, "/outer.ctf");
+    Transform first;
+    first.getOpList().append(new TestOp(BIT_DEPTH_32f, BIT_DEPTH_8i, "before"));
+    first.concatenate(second);
+
+    const auto depthBelow = [](const Transform& transform, std::size_t index) {
+        const OpList& outer = *transform.getOpList().get(index)->getReferencedOps();
+        return outer.get(0)->getReferencedOps()->get(0)->getInBitDepth();
+    };
+    EXPECT_EQ(depthBelow(first, 1), BIT_DEPTH_8i);
+    EXPECT_EQ(depthBelow(second, 0), BIT_DEPTH_32f);
+}
+
 TEST(ReferenceOp, isEqualComparesWhatItRefersTo)
 {
     ReferenceOp op;

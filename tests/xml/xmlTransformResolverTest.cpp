@@ -7,6 +7,8 @@
 #include "utils/paths.h"
 #include "xml/fileIOManager.h"
 
+#include <algorithm>
+
 using namespace Color;
 
 namespace {
@@ -130,6 +132,24 @@ TEST_F(XMLTransformResolverTest, bypassesTheOpsOfABypassedReferenceAtEveryDepth)
     EXPECT_EQ(outlineOf(transform->clone(CloneMode::Flatten)->getOpList()), "x");
 }
 
+TEST_F(XMLTransformResolverTest, aDynamicBypassOfAReferenceSwitchesItsOpsAtEveryDepth)
+{
+    const std::string b = write("b.ctf", namedMatrix("b"));
+    const std::string a = write("a.ctf", namedMatrix("a") + referenceTo(b));
+    const auto transform = Ctf::read(Ctf::document(
+        Ctf::op("Reference", "<DynamicParameter param='LOOK_SWITCH'/>\n", " bypass='true' path='" + a + "'")));
+    EXPECT_EQ(resolve(transform), "[a [b]]");
+    const auto flat = transform->clone(CloneMode::Flatten);
+    ASSERT_EQ(outlineOf(flat->getOpList()), "a b") << "they may be switched on";
+    for (const bool isBypassed : {true, false, true}) {
+        DynamicProperty property(DynamicProperty::BYPASS);
+        property.setValue(isBypassed ? 1 : 0);
+        transform->setDynamicProperty(property);
+        for (std::size_t i = 0; i < 2; ++i)
+            EXPECT_EQ(flat->getOpList().get(i)->getBypass()->get(), isBypassed) << i;
+    }
+}
+
 TEST_F(XMLTransformResolverTest, aliasesAreLookedUp)
 {
     m_preferences.setAlias("absolute", write("a.ctf", namedMatrix("a")), BASE_PATH_NONE);
@@ -205,6 +225,19 @@ TEST_F(XMLTransformResolverTest, aFailureBelowNamesTheReferenceThatFails)
     const Failure failure = failureOfResolving(reference(" name='outer' path='" + b + "'"));
     EXPECT_EQ(failure.id, 0x3040003u);
     EXPECT_EQ(failure.message.rfind("Failed to load reference inner: ", 0), 0u) << failure;
+}
+
+TEST_F(XMLTransformResolverTest, whatFailedMayBeResolvedLater)
+{
+    const std::string a = write("a.ctf", namedMatrix("a"));
+    const auto transform = Ctf::read(Ctf::document(referenceTo(a) + reference(" alias='later'") + referenceTo(a)));
+    EXPECT_EQ(failureOf([&] { resolve(transform); }).id, 0x1020001u);
+    EXPECT_TRUE(transform->hasUnresolvedReference());
+    m_preferences.setAlias("later", m_directory.getPath("later.ctf"), BASE_PATH_NONE);
+    EXPECT_EQ(failureOf([&] { resolve(transform); }).id, 0x3040003u);
+    EXPECT_TRUE(transform->hasUnresolvedReference());
+    write("later.ctf", namedMatrix("b"));
+    EXPECT_EQ(resolve(transform), "[a] [b] [a]");
 }
 
 TEST_F(XMLTransformResolverTest, doesNothingWithoutAnUnresolvedReference)
@@ -292,4 +325,17 @@ TEST_F(XMLTransformResolverTest, aReferencedFileIsTheBaseOfItsOwnReferences)
     write(tree + "b.ctf", namedMatrix("b"));
     const std::string a = write(tree + "looks/a.ctf", reference(" path='b.ctf' basePath='Brelwick'"));
     EXPECT_EQ(resolve(referenceTo(a)), "[[b]]");
+}
+
+// Each file refers to the next one twice, so that each further level doubles what has to be read.
+TEST_F(XMLTransformResolverTest, followsSoManyReferencesAndNoMore)
+{
+    std::string path = write("0.ctf", namedMatrix("m"));
+    for (int level = 1; level <= 11; ++level)
+        path = write(std::to_string(level) + ".ctf", referenceTo(path) + referenceTo(path));
+    const std::string outline = resolve(referenceTo(path) + referenceTo(m_directory.getPath("0.ctf")));
+    EXPECT_EQ(std::count(outline.begin(), outline.end(), '['), 4096); // 1 + 2 + 4 ... + 2048 of the levels, and 1
+    EXPECT_EQ(failureOfResolving(referenceTo(path) + referenceTo(m_directory.getPath("0.ctf")) +
+                                 reference(" name='last' path='" + path + "'")),
+              (Failure{0x3040003, kCategory, "Failed to load reference last: more than 4096 references"}));
 }
