@@ -5,6 +5,7 @@
 #include "xml/fileLoader.h"
 #include "xml/halvorn1DReader.h"
 #include "xml/halvorn3DReader.h"
+#include "xml/iccProfileReader.h"
 #include "xml/pathRepair.h"
 #include "xml/xmlTransformReader.h"
 
@@ -22,6 +23,8 @@ std::vector<SupportedExtension> listExtensions()
         extensions.push_back({row.extension, row.description});
     extensions.push_back({Halvorn1DReader::getExtension(), "Halvorn 1d-LUT format"});
     extensions.push_back({Halvorn3DReader::getExtension(), "Halvorn 3d-LUT format"});
+    for (const char* extension : ICCProfileReader::kExtensions)
+        extensions.push_back({extension, "ICC Profile file extension"});
     return extensions;
 }
 

@@ -4,6 +4,7 @@
 #include "xml/cdlReader.h"
 #include "xml/halvorn1DReader.h"
 #include "xml/halvorn3DReader.h"
+#include "xml/iccProfileReader.h"
 #include "xml/xmlTransformReader.h"
 
 #include <boost/filesystem/operations.hpp>
@@ -39,6 +40,7 @@ Readers makeReaders()
     readers.push_back(std::make_unique<CDLReader>());
     readers.push_back(std::make_unique<Halvorn1DReader>());
     readers.push_back(std::make_unique<Halvorn3DReader>());
+    readers.push_back(std::make_unique<ICCProfileReader>());
     return readers;
 }
 

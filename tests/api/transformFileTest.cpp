@@ -98,6 +98,8 @@ TEST(transformText, failuresSayWhyAndLeaveTheResult)
     EXPECT_TRUE(failsWith(loadColorTransformFromBuffer(nullptr, result), 0x6030001, "NULL parameter: text"));
     EXPECT_FALSE(loadColorTransformFromBuffer("", result));
     EXPECT_FALSE(loadColorTransformFromBuffer("no document", result));
+    // Only documents of the own format are taken from memory.
+    EXPECT_TRUE(failsWith(loadColorTransformFromBuffer("<ColorCorrection/>", result), 0x3010001, "Transform invalid"));
     EXPECT_FALSE(loadColorTransformFromBuffer(kTripling.substr(0, kTripling.size() - 1).c_str(), result));
     EXPECT_EQ(result.get(), before.get());
 }
@@ -123,6 +125,9 @@ TEST(getSupportedFileExtensions, tellsEachOnce)
                                   {"cc", "CDL fragment format"},
                                   {"lut", "Halvorn 1d-LUT format"},
                                   {"3dl", "Halvorn 3d-LUT format"},
+                                  {"icm", "ICC Profile file extension"},
+                                  {"icc", "ICC Profile file extension"},
+                                  {"pf", "ICC Profile file extension"},
                               }));
 }
 

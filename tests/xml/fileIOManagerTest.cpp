@@ -1,8 +1,11 @@
 #include "xml/fileIOManager.h"
 
+#include "tests/utils/childProcess.h"
+#include "tests/utils/scopedVariable.h"
 #include "tests/xml/ctf.h"
 #include "tests/xml/halvorn.h"
 #include "tests/xml/temporaryDirectory.h"
+#include "utils/paths.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -23,6 +26,9 @@ TEST(FileIOManager, listsWhatItReads)
                          "cc: CDL fragment format",
                          "lut: Halvorn 1d-LUT format",
                          "3dl: Halvorn 3d-LUT format",
+                         "icm: ICC Profile file extension",
+                         "icc: ICC Profile file extension",
+                         "pf: ICC Profile file extension",
                      }));
     EXPECT_EQ(&extensions, &FileIOManager::getSupportedExtensions());
 }
@@ -32,7 +38,8 @@ TEST(FileIOManager, judgesByTheExtensionOfAFileThatNeedNotExist)
     EXPECT_TRUE(FileIOManager::isFileSupported("/no/such/a.ctf"));
     EXPECT_TRUE(FileIOManager::isFileSupported("a.xml"));
     EXPECT_FALSE(FileIOManager::isFileSupported("a.CTF"));
-    for (const char* name : {"a.cdl", "A.CDL", "a.ccc", "a.cc", "/no/such/a.lut", "a.LUT", "a.3dl", "a.3DL"})
+    for (const char* name : {"a.cdl", "A.CDL", "a.ccc", "a.cc", "/no/such/a.lut", "a.LUT", "a.3dl", "a.3DL", "a.icm",
+                             "A.ICC", "/no/such/a.pf"})
         EXPECT_TRUE(FileIOManager::isFileSupported(name)) << name;
     EXPECT_FALSE(FileIOManager::isFileSupported("a.png"));
     EXPECT_FALSE(FileIOManager::isFileSupported("a"));
@@ -110,3 +117,21 @@ TEST(FileIOManager, documentOfAnotherKindFails)
 }
 
 TEST(FileIOManager, leavesPathsWithoutTheMarker) { EXPECT_EQ(FileIOManager::repairPath("a\\b.ctf"), "a\\b.ctf"); }
+
+TEST(FileIOManager, loadsAFileOfAnotherInstallation)
+{
+    const TemporaryDirectory directory;
+    directory.write("shared/2015.1/transforms/a.cc", "<ColorCorrection id='moved'/>\n");
+    // The paths of this process stay as they are.
+    ChildProcess process([&] {
+        const ScopedVariable noOverride("MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION", nullptr);
+        const std::string home = directory.getPath("shared/2015.1");
+        configurePaths(home.c_str(), (home + "/morvaneConfig.xml").c_str(), home.c_str());
+        const auto transform = FileIOManager::load("C:\\Brelwick\\Tandrel\\Morvane\\2014.2\\transforms\\a.cc");
+        EXPECT_EQ(transform->getOpList().get(0)->getId(), "moved");
+        const std::string missing = "/opt/Brelwick/Tandrel/Morvane/2014.2/transforms/b.cc";
+        Ctf::expectFailure(failureOf([&] { FileIOManager::load(missing); }), 0x3060003,
+                           "No file found: '" + missing + "'", "COLOR:XML:IO_READER");
+    });
+    EXPECT_TRUE(process.succeeds());
+}

@@ -162,5 +162,5 @@ TEST_F(FileLoader, readersAreTriedInThisOrder)
     for (const auto& reader : makeReaders())
         names.emplace_back(reader->getName());
     EXPECT_EQ(names, (std::vector<std::string>{"Morvane Transform Reader", "CDL Reader", "Halvorn LUT Reader",
-                                               "Halvorn 3DL Reader"}));
+                                               "Halvorn 3DL Reader", "ICC Profile Reader"}));
 }
