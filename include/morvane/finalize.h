@@ -40,9 +40,19 @@ constexpr OptimizerFlags OPTIMIZER_KEEP_DYNAMIC = 0x80000000;
 /// Binds a transform to an input and an output pixel format and makes the renderers asked for.
 ///
 /// A transform that is finalized with these very values is left alone, at the cost of five comparisons, so that a host
-/// may call this once per frame. Any other is finalized in place. Either way result becomes another handle to source,
-/// also when finalizing fails; the transform is then left without renderers. Source and result may be one handle.
-/// RENDERER_NONE succeeds and leaves the transform without renderers too.
+/// may call this once per frame. One that is finalized with other values while the TransformCache has an entry with its
+/// unique id stays as it is too: result becomes the form of that entry that is finalized with these values, which is a
+/// clone of source, made now and kept in the entry, when there was none. Any other transform is finalized in place.
+/// Unless the cache comes in, result becomes another handle to source, also when finalizing fails; the transform is
+/// then left without renderers. A clone whose finalizing fails, or that is to have no renderers, becomes the result and
+/// is not kept. Clones have no GPU adaptor. Source and result may be one handle. RENDERER_NONE succeeds and leaves the
+/// transform without renderers too.
+///
+/// References are resolved at the first call, and again when the resolve flags change or an alias does that they use,
+/// also below other references. A transform starts with RESOLVE_BROADCAST_MONITOR; other flags are refused with
+/// 0x6030004 while one of its references is unresolved, so finalize it with those first. Resolving fails with 0x1020001
+/// for an unknown alias, 0x3040001 for a relative path without a base, 0x3040002 when files refer to each other in a
+/// circle, 0x3040003 when one cannot be read, and what loading the preferences fails with.
 ///
 /// One thread at a time may finalize a transform, and none may apply it meanwhile. The transform's own operators stay
 /// as they are: renderers are made from a copy, without the operators that are bypassed for good.

@@ -30,8 +30,10 @@
 #include "morvane/roi.h"
 #include "morvane/status.h"
 #include "morvane/transform.h"
+#include "morvane/transformCache.h"
 #include "morvane/transformFactory.h"
 #include "morvane/transformFile.h"
+#include "morvane/transformPathMonitor.h"
 #include "morvane/version.h"
 
 /// Hosts write Morvane::finalize and so on; the versioned name keeps two releases apart in one process.

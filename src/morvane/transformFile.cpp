@@ -8,7 +8,7 @@
 #include "xml/xmlTransformReader.h"
 #include "xml/xmlTransformWriter.h"
 
-#include <boost/iostreams/stream.hpp>
+#include <ostream>
 
 namespace Morvane_2015_1_42 {
 
@@ -66,17 +66,7 @@ MorvaneStatus saveColorTransformToBuffer(TransformWriterCallback& callback, cons
 {
     return Color::statusOf([&] {
         const Color::ColorTransformPtr model = requireModel(transform);
-        constexpr std::streamsize bufferSize = 4096;
-        using Sink = Impl::WriterSink<TransformWriterCallback>;
-        boost::iostreams::stream<Sink> stream(Sink(callback), bufferSize);
-        stream.exceptions(std::ios::badbit | std::ios::failbit);
-        try {
-            Color::XMLTransformWriter().write(model, stream);
-            stream.flush();
-        } catch (const std::ios_base::failure&) {
-            stream->rethrowFailure();
-            throw;
-        }
+        Impl::writeThrough(callback, [&](std::ostream& stream) { Color::XMLTransformWriter().write(model, stream); });
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/iostreams/categories.hpp>
+#include <boost/iostreams/stream.hpp>
 #include <exception>
 #include <ios>
 
@@ -40,5 +41,23 @@ private:
     Callback& m_callback;
     std::exception_ptr m_failure;
 };
+
+/// Calls write(stream) with a stream whose text goes to the callback. What the callback throws ends the writing and
+/// passes through.
+template <class Callback, class Write>
+void writeThrough(Callback& callback, Write&& write)
+{
+    constexpr std::streamsize bufferSize = 4096;
+    using Sink = WriterSink<Callback>;
+    boost::iostreams::stream<Sink> stream(Sink(callback), bufferSize);
+    stream.exceptions(std::ios::badbit | std::ios::failbit);
+    try {
+        write(stream);
+        stream.flush();
+    } catch (const std::ios_base::failure&) {
+        stream->rethrowFailure();
+        throw;
+    }
+}
 
 } // namespace Morvane_2015_1_42::Impl

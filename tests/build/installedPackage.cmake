@@ -8,11 +8,21 @@ set(expectedHostOutput "\
 153 204 255 -> 1.200 1.600 2.000 1.000
 255   0  51 -> 2.000 0.000 0.400 1.000
 ")
+set(expectedBrowserOutput "\
+looks/
+  night/
+    a.CTF
+  b.cdl
+c d.ctf
+")
 set(expectedViewerOutput "\
 +0:    0   0   0  117 117 117  255 186 136
 +1:    0   0   0  160 160 160  255 255 186
 -2:    0   0   0   62  62  62  136  99  72
 ")
+set(expectedCacheOutputs
+    "0 from the file\ntwo forms: yes, the second made once: yes\n1 to the file\n"
+    "1 from the file\ntwo forms: yes, the second made once: yes\n1 to the file\n")
 
 function(run)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
@@ -52,6 +62,13 @@ run(${CMAKE_COMMAND} -S ${EXAMPLES} -B ${WORK}/package -G ${GENERATOR}
 run(${CMAKE_COMMAND} --build ${WORK}/package)
 run_host(${WORK}/package/host)
 run_expecting("${expectedViewerOutput}" ${WORK}/package/viewer)
+foreach(file "c d.ctf" looks/b.cdl looks/notes.txt looks/night/a.CTF)
+    file(WRITE "${WORK}/transforms/${file}" "")
+endforeach()
+run_expecting("${expectedBrowserOutput}" ${WORK}/package/browser ${WORK}/transforms)
+foreach(expectedOutput IN LISTS expectedCacheOutputs)
+    run_expecting("${expectedOutput}" ${WORK}/package/cache ${WORK}/cache.txt)
+endforeach()
 
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
 run(${PKG_CONFIG} --cflags --libs morvane)

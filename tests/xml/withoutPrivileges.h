@@ -5,7 +5,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-/// While it lives, permissions of files hold for this thread even when it belongs to the superuser.
+/// While it lives, permissions of files and directories hold for this thread even when it belongs to the superuser.
 class WithoutPrivileges
 {
 public:
@@ -13,7 +13,7 @@ public:
     {
         EXPECT_EQ(::syscall(SYS_capget, &m_header, m_former), 0);
         __user_cap_data_struct reduced[] = {m_former[0], m_former[1]};
-        reduced[0].effective &= ~(1U << CAP_DAC_OVERRIDE);
+        reduced[0].effective &= ~(1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH);
         EXPECT_EQ(::syscall(SYS_capset, &m_header, reduced), 0);
     }
     WithoutPrivileges(const WithoutPrivileges&) = delete;
