@@ -67,28 +67,32 @@ unsigned numberAt(const std::string& text, size_t at)
     return static_cast<unsigned>(std::strtoul(text.c_str() + at, nullptr, 10));
 }
 
-/// Loads the file and makes its renderer, which finds what only shows there.
-MorvaneStatus tryOut(const std::string& file)
+/// Adds what was logged since the last call, and the failure.
+/// \param tellsLines whether the lines told are those of the file
+void addFindings(Report& report, MorvaneStatus status, bool tellsLines)
 {
-    TransformPtr transform;
-    const MorvaneStatus loaded = loadColorTransform(file.c_str(), transform);
-    if (!loaded) return loaded;
-    return finalize(transform, PF_RGBA_32f, PF_RGBA_32f, RENDERER_CPU, OPTIMIZER_DEFAULT, RESOLVE_BROADCAST_MONITOR,
-                    transform);
+    const auto findingOf = [&](const std::string& text) {
+        return Finding{tellsLines ? lineToldBy(text, report.file) : 0, oneLine(text)};
+    };
+    for (const std::string& line : loggedLines) {
+        if (!isFailure(line)) report.warnings.push_back(findingOf(line));
+    }
+    loggedLines.clear();
+    if (!status) report.errors.push_back(findingOf(messageOf(status)));
 }
 
 Report check(const std::string& file)
 {
     loggedLines.clear();
-    const MorvaneStatus status = tryOut(file);
     Report report{file, {}, {}};
-    for (const std::string& line : loggedLines) {
-        if (!isFailure(line)) report.warnings.push_back({lineToldBy(line, file), oneLine(line)});
-    }
-    if (!status) {
-        const std::string message = messageOf(status);
-        report.errors.push_back({lineToldBy(message, file), oneLine(message)});
-    }
+    TransformPtr transform;
+    const MorvaneStatus loaded = loadColorTransform(file.c_str(), transform);
+    addFindings(report, loaded, true);
+    if (!loaded) return report;
+    // Making the renderer finds what only shows there, and what is wrong in the files that are referred to.
+    const MorvaneStatus finalized = finalize(transform, PF_RGBA_32f, PF_RGBA_32f, RENDERER_CPU, OPTIMIZER_DEFAULT,
+                                             RESOLVE_BROADCAST_MONITOR, transform);
+    addFindings(report, finalized, false);
     return report;
 }
 
@@ -128,11 +132,12 @@ nlohmann::ordered_json jsonOf(const std::vector<Finding>& findings)
 
 unsigned lineToldBy(const std::string& message, const std::string& file)
 {
-    // "Ignore element 'Foo' (line 8) where its parent is ...": names hold no blanks, so this is the first one.
+    // "Ignore element 'Foo' (line 8) where its parent is 'Bar' (line 6) FILE: ...": names hold no blanks, so this is
+    // the first one.
     const std::string ignored = "Ignore element '", inBrackets = "' (line ";
     if (message.compare(0, ignored.size(), ignored) == 0) {
         const size_t at = message.find(inBrackets);
-        return at == std::string::npos ? 0 : numberAt(message, at + inBrackets.size());
+        return message.find(") " + file + ": ") == std::string::npos ? 0 : numberAt(message, at + inBrackets.size());
     }
     // "... line 8: FILE", and a few end with the number.
     std::string head = message;

@@ -11,9 +11,9 @@ enum class ExitCode : int
     OK = 0,
     CONVERSION = 1, ///< something failed while an image was converted
     USAGE = 2,      ///< wrong usage
-    TRANSFORM = 3,  ///< a transform cannot be loaded or used
+    TRANSFORM = 3,  ///< a transform or the preferences cannot be loaded or used
     READ = 4,       ///< an image cannot be read
-    WRITE = 5,      ///< an image or a transform cannot be written
+    WRITE = 5,      ///< an image, a transform, the preferences or the standard output cannot be written
     WARNINGS = 6,   ///< a transform that was checked can be used, but warnings were logged
 };
 

@@ -3,6 +3,7 @@
 #include "convertCommand.h"
 #include "formatsCommand.h"
 #include "infoCommand.h"
+#include "prefsCommand.h"
 #include "temporaryFile.h"
 
 #include "morvane/morvane.h"
@@ -22,9 +23,9 @@ const char* const kFooter =
     "  0  everything was done\n"
     "  1  something failed while an image was converted\n"
     "  2  wrong usage; nothing was done\n"
-    "  3  a transform cannot be loaded or used\n"
+    "  3  a transform or the preferences cannot be loaded or used\n"
     "  4  an image cannot be read\n"
-    "  5  an image or a transform cannot be written\n"
+    "  5  an image, a transform, the preferences or the standard output cannot be written\n"
     "  6  a transform that was checked has warnings, and none has errors\n"
     "With several images the code is that of the first failure; the others are still converted.";
 
@@ -55,6 +56,58 @@ void addApply(CLI::App& app, ApplyOptions& options, std::string& depth)
     apply->footer(kApplyFooter);
 }
 
+CLI::App* addInfo(CLI::App& app, std::vector<std::string>& files, InfoOptions& options)
+{
+    CLI::App* info = app.add_subcommand("info", "Show what transforms hold");
+    info->add_option("files", files, "Transform files")->type_name("FILE...")->required();
+    CLI::Option* json = info->add_flag("--json", options.json, "As JSON");
+    info->add_flag("--picture", options.picture, "With pictures of curves and cubes, as on a terminal")->excludes(json);
+    CLI::Option* optimized = info->add_flag("--optimized", options.optimized,
+                                            "The operators before and after the optimizer, and what it did");
+    info->add_option("--threshold", options.threshold, "The lowest score that the optimizer acts on; without it 90")
+        ->type_name("N")
+        ->check(CLI::Range(0u, 0x7fffffffu))
+        ->needs(optimized);
+    info->add_flag("--keep-dynamic", options.keepDynamic, "Optimize no operators whose values may change")
+        ->needs(optimized);
+    return info;
+}
+
+/// What `morvane prefs` is given.
+struct PrefsArguments
+{
+    PrefsOptions options;
+    std::vector<std::string> setting; ///< none, or an alias and a path
+    std::string basePath;
+};
+
+CLI::App* addPrefs(CLI::App& app, PrefsArguments& arguments)
+{
+    CLI::App* prefs = app.add_subcommand("prefs", "Show the paths and the aliases of the preferences, or set an alias");
+    prefs->add_flag("--json", arguments.options.json, "As JSON");
+    CLI::Option* alias =
+        prefs->add_option("--alias", arguments.options.alias, "Show this alias alone")->type_name("NAME");
+    CLI::Option* setting =
+        prefs->add_option("--set-alias", arguments.setting, "Let the alias stand for a transform, and save")
+            ->type_name("NAME PATH")
+            ->expected(2)
+            ->excludes(alias);
+    prefs->add_option("--base", arguments.basePath, "What a relative path starts from")
+        ->type_name("BASE")
+        ->check(CLI::IsMember({"Brelwick", "Shared"}, CLI::ignore_case))
+        ->needs(setting);
+    return prefs;
+}
+
+ExitCode run(PrefsArguments& arguments)
+{
+    const std::vector<std::string>& setting = arguments.setting;
+    if (!setting.empty()) {
+        arguments.options.setting = {setting[0], setting[1], Morvane::getBasePath(arguments.basePath.c_str())};
+    }
+    return runPrefs(arguments.options);
+}
+
 ExitCode run(int argc, char** argv)
 {
     CLI::App app("Converts images through colour transforms.", "morvane");
@@ -79,11 +132,9 @@ ExitCode run(int argc, char** argv)
 
     std::vector<std::string> transformFiles;
     InfoOptions infoOptions;
-    CLI::App* info = app.add_subcommand("info", "Show what transforms hold");
-    info->add_option("files", transformFiles, "Transform files")->type_name("FILE...")->required();
-    CLI::Option* infoJson = info->add_flag("--json", infoOptions.json, "As JSON");
-    info->add_flag("--picture", infoOptions.picture, "With pictures of curves and cubes, as on a terminal")
-        ->excludes(infoJson);
+    const CLI::App* info = addInfo(app, transformFiles, infoOptions);
+    PrefsArguments prefsArguments;
+    const CLI::App* prefs = addPrefs(app, prefsArguments);
 
     bool json = false;
     CLI::App* check = app.add_subcommand("check", "Read transforms and tell what is wrong with them, line by line");
@@ -105,10 +156,18 @@ ExitCode run(int argc, char** argv)
     Morvane::setLoggerFunction(logger);
     if (convert->parsed()) return runConvert(convertInput, convertOutput);
     if (info->parsed()) return runInfo(transformFiles, infoOptions);
+    if (prefs->parsed()) return run(prefsArguments);
     if (check->parsed()) return runCheck(transformFiles, json, logger);
     if (formats->parsed()) return runFormats(json);
     applyOptions.outputDepth = Morvane::getBitDepth(depth.c_str());
     return runApply(applyOptions);
+}
+
+/// What was printed may still be on its way to a disk that is full.
+void checkStandardOutput()
+{
+    const bool isFlushed = std::fflush(stdout) == 0;
+    if (!isFlushed || std::ferror(stdout)) throw Failure(ExitCode::WRITE, "cannot write to standard output");
 }
 
 } // namespace
@@ -117,7 +176,9 @@ int main(int argc, char** argv)
 {
     installSignalHandlers();
     try {
-        return static_cast<int>(run(argc, argv));
+        const ExitCode code = run(argc, argv);
+        checkStandardOutput();
+        return static_cast<int>(code);
     } catch (const Failure& failure) {
         report(failure);
         return static_cast<int>(failure.getCode());

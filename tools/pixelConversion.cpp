@@ -97,7 +97,7 @@ PixelConversion::PixelConversion(const TransformPtr& transform, const OIIO::Imag
     TransformPtr finalized;
     const MorvaneStatus status =
         finalize(m_transform, pixelFormat(m_inputDepth, m_sources.size()), pixelFormat(m_outputDepth, m_sources.size()),
-                 RENDERER_CPU, optimizerFor(m_transform), RESOLVE_GRAPHICS_MONITOR, finalized);
+                 RENDERER_CPU, optimizerFor(m_transform), RESOLVE_BROADCAST_MONITOR, finalized);
     if (!status) throw Failure(ExitCode::TRANSFORM, "cannot use the transform: " + messageOf(status));
     m_transform = finalized;
 }

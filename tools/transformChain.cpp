@@ -38,10 +38,28 @@ TransformPtr join(const TransformPtr& first, const TransformPtr& second)
     return joined;
 }
 
+class NoCallback : public Morvane::OptimizerCallback
+{
+public:
+    void addAction(Morvane::OptimizerActionType, unsigned, const char*, unsigned) override {}
+};
+
+/// What references stand for takes their place.
+TransformPtr withoutReferences(const TransformPtr& transform)
+{
+    if (!transform->hasReferences()) return transform;
+    TransformPtr flat, optimized;
+    NoCallback ignored;
+    const Morvane::MorvaneStatus status = Morvane::optimizeTransform(
+        transform, Morvane::OPTIMIZER_OFF, Morvane::RESOLVE_BROADCAST_MONITOR, ignored, flat, optimized);
+    if (!status) throw Failure(ExitCode::TRANSFORM, "cannot use the transform: " + messageOf(status));
+    return flat;
+}
+
 std::vector<std::string> opNamesOf(const TransformPtr& transform)
 {
     OpNames ops;
-    const Morvane::MorvaneStatus described = transform->describe(ops);
+    const Morvane::MorvaneStatus described = withoutReferences(transform)->describe(ops);
     if (!described) throw Failure(ExitCode::TRANSFORM, "cannot describe the transform: " + messageOf(described));
     return ops.names;
 }

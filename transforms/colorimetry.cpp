@@ -92,17 +92,44 @@ Matrix3 adaptedRGBFromRGB(const RGBSpace& to, const RGBSpace& from)
     return multiply(inverse(XYZFromRGB(to)), multiply(bradfordAdaptation(from.white, to.white), XYZFromRGB(from)));
 }
 
+/// Written so that NaN becomes 0.
+static double clamped(double value) { return value > 0.0 ? std::min(value, 1.0) : 0.0; }
+
 double encodedSRGBFromLinear(double linear)
 {
-    // Written so that NaN becomes 0.
-    const double x = linear > 0.0 ? std::min(linear, 1.0) : 0.0;
+    const double x = clamped(linear);
     return x <= 0.0031308 ? 12.92 * x : 1.055 * std::pow(x, 1.0 / 2.4) - 0.055;
 }
 
 double linearFromEncodedSRGB(double encoded)
 {
-    const double x = encoded > 0.0 ? std::min(encoded, 1.0) : 0.0;
+    const double x = clamped(encoded);
     return x <= 0.04045 ? x / 12.92 : std::pow((x + 0.055) / 1.055, 2.4);
+}
+
+static constexpr double kBT1886Gamma = 2.4;
+
+double signalFromBT1886Light(double light) { return std::pow(clamped(light), 1.0 / kBT1886Gamma); }
+
+double lightFromBT1886Signal(double signal) { return std::pow(clamped(signal), kBT1886Gamma); }
+
+/// The constants of the logarithmic part.
+namespace HLG {
+static constexpr double a = 0.17883277;
+static constexpr double b = 1.0 - 4.0 * a;
+static double c() { return 0.5 - a * std::log(4.0 * a); }
+} // namespace HLG
+
+double hlgSignalFromScene(double scene)
+{
+    const double x = clamped(scene);
+    return x <= 1.0 / 12.0 ? std::sqrt(3.0 * x) : clamped(HLG::a * std::log(12.0 * x - HLG::b) + HLG::c());
+}
+
+double sceneFromHLGSignal(double signal)
+{
+    const double x = clamped(signal);
+    return x <= 0.5 ? x * x / 3.0 : clamped((std::exp((x - HLG::c()) / HLG::a) + HLG::b) / 12.0);
 }
 
 } // namespace Colorimetry

@@ -50,4 +50,14 @@ Matrix3 adaptedRGBFromRGB(const RGBSpace& to, const RGBSpace& from);
 double encodedSRGBFromLinear(double linear);
 double linearFromEncodedSRGB(double encoded);
 
+/// The signal that a display of ITU-R BT.1886 with a black of no light shows as this light, and the light of a signal,
+/// both on [0, 1]; values outside are clamped.
+double signalFromBT1886Light(double light);
+double lightFromBT1886Signal(double signal);
+
+/// The hybrid log-gamma signal of scene light, and the scene light of a signal, by the OETF of ITU-R BT.2100; both on
+/// [0, 1], values outside are clamped.
+double hlgSignalFromScene(double scene);
+double sceneFromHLGSignal(double signal);
+
 } // namespace Colorimetry

@@ -2,9 +2,27 @@
 
 #include "morvane/basePath.h"
 #include "morvane/export.h"
+#include "morvane/preferenceOrigin.h"
 #include "morvane/status.h"
 
 namespace Morvane_2015_1_42 {
+
+/// Receives paths and aliases. All texts are valid during the call only.
+class MORVANE_API PreferencesCallback
+{
+public:
+    PreferencesCallback();
+    PreferencesCallback(const PreferencesCallback& other);
+    PreferencesCallback& operator=(const PreferencesCallback& other);
+    virtual ~PreferencesCallback();
+    /// \param name     what lies there: "System Home", "System Transforms", "Config File", "Shared Transforms"
+    /// \param variable the variable of the environment that names it, empty with another origin
+    virtual void addPath(const char* name, const char* path, PreferenceOrigin origin, const char* variable) = 0;
+    /// \param fullPath where the transform is looked for, whether it is there or not; empty for a relative path without
+    ///                 a base, which stands for nothing
+    virtual void addAlias(const char* alias, const char* path, BasePath basePath, const char* fullPath,
+                          PreferenceOrigin origin) = 0;
+};
 
 // Where a machine's transforms lie, and the aliases that stand for them. The preferences are read from the config file
 // at the first call that needs them; that call fails with what is wrong in the file, or 0x3020018 when there is none,
@@ -51,6 +69,10 @@ MORVANE_API MorvaneStatus addAliasInPreferences(const char* alias, const char* p
 /// The transform that an alias stands for. The path is valid until the alias changes. Needs the preferences. Fails with
 /// 0x6030001 when alias is null, and 0x1020001 when it is unknown.
 MORVANE_API MorvaneStatus findAliasInPreferences(const char* alias, const char*& path, BasePath& basePath);
+
+/// Calls the callback for the four paths above, and then for each alias, ordered by the bytes of their names. Needs the
+/// preferences, and calls nothing without them.
+MORVANE_API MorvaneStatus describePreferences(PreferencesCallback& callback);
 
 /// The full path of the installed transform that one of the aliases "graphicsMonitor", "broadcastMonitor" and
 /// "defaultLook" stands for by default. It is made of the paths that hold at the first call. A constant text. Fails

@@ -5,10 +5,36 @@
 #include "utils/paths.h"
 #include "utils/statusImpl.h"
 #include "utils/text.h"
+#include "xml/xmlTransformResolver.h"
+
+#include <boost/filesystem/path.hpp>
 
 namespace Morvane_2015_1_42 {
 
 using Impl::MorvanePrefs;
+
+namespace {
+
+/// Where the transform of an alias is looked for; empty where a reference to the alias would fail.
+std::string fullPathOf(const Color::AliasEntry& entry, const Color::Preferences& preferences)
+{
+    if (entry.basePath == BASE_PATH_NONE && !boost::filesystem::path(entry.path).has_root_path()) return {};
+    Color::ReferenceOp reference;
+    reference.setPath(entry.path, entry.basePath);
+    return Color::XMLTransformResolver(preferences).getFullPath({}, RESOLVE_BROADCAST_MONITOR, &reference);
+}
+
+void addPath(PreferencesCallback& callback, const char* name, const std::string& path, const Color::PathOrigin& origin)
+{
+    callback.addPath(name, path.c_str(), origin.origin, origin.variable);
+}
+
+} // namespace
+
+PreferencesCallback::PreferencesCallback() = default;
+PreferencesCallback::PreferencesCallback(const PreferencesCallback&) = default;
+PreferencesCallback& PreferencesCallback::operator=(const PreferencesCallback&) = default;
+PreferencesCallback::~PreferencesCallback() = default;
 
 MorvaneStatus configurePaths(const char* systemHome, const char* configPath, const char* sharedPath)
 {
@@ -51,6 +77,22 @@ MorvaneStatus findAliasInPreferences(const char* alias, const char*& path, BaseP
         const Color::AliasEntry& entry = MorvanePrefs::getInstance().get().findAlias(alias);
         path = entry.path.c_str();
         basePath = entry.basePath;
+    });
+}
+
+MorvaneStatus describePreferences(PreferencesCallback& callback)
+{
+    return Color::statusOf([&] {
+        const Color::Preferences& preferences = MorvanePrefs::getInstance().get();
+        addPath(callback, "System Home", Color::getSystemHome(), Color::getSystemHomeOrigin());
+        addPath(callback, "System Transforms", Color::getSystemTransforms(), Color::getSystemHomeOrigin());
+        addPath(callback, "Config File", Color::getConfigFile(), Color::getConfigFileOrigin());
+        addPath(callback, "Shared Transforms", preferences.getSharedTransforms(),
+                preferences.getSharedTransformsOrigin());
+        for (const auto& [alias, entry] : preferences.getAliases()) {
+            callback.addAlias(alias.c_str(), entry.path.c_str(), entry.basePath, fullPathOf(entry, preferences).c_str(),
+                              entry.origin);
+        }
     });
 }
 

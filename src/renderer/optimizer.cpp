@@ -210,12 +210,14 @@ Finding findBest(const OpList& ops, bool keepsDynamic)
     return best;
 }
 
-OptimizerAction carryOut(const Finding& finding, OpList& ops)
+OptimizerStep carryOut(const Finding& finding, OpList& ops)
 {
     // A threshold of 0 is met even by this.
     if (!finding.rule) Color::raise(RENDERER_ALL, Color::ErrorIds::RENDERER_NULL_OPTIMIZER_ACTION);
+    OptimizerStep step = {{finding.rule->type, static_cast<uint32_t>(finding.index), finding.rule->score},
+                          ops.get(finding.index)->getOpTypeName()};
     finding.rule->apply(ops, finding.index);
-    return {finding.rule->type, static_cast<uint32_t>(finding.index), finding.rule->score};
+    return step;
 }
 
 void validate(Color::Transform& transform)
@@ -229,17 +231,17 @@ void validate(Color::Transform& transform)
 
 } // namespace
 
-std::vector<OptimizerAction> optimize(Color::Transform& transform, OptimizerFlags flags)
+std::vector<OptimizerStep> optimize(Color::Transform& transform, OptimizerFlags flags)
 {
     const uint32_t threshold = thresholdOf(flags);
     const bool keepsDynamic = keepsDynamicOps(flags);
     OpList& ops = transform.getOpList();
-    std::vector<OptimizerAction> actions;
+    std::vector<OptimizerStep> steps;
     for (Finding best = findBest(ops, keepsDynamic); best.getScore() >= threshold; best = findBest(ops, keepsDynamic)) {
-        actions.push_back(carryOut(best, ops));
+        steps.push_back(carryOut(best, ops));
     }
-    if (!actions.empty()) validate(transform);
-    return actions;
+    if (!steps.empty()) validate(transform);
+    return steps;
 }
 
 } // namespace Rendering

@@ -1,29 +1,26 @@
 #pragma once
 
-#include "morvane/finalize.h"
+#include "morvane/optimizer.h"
 #include "transform/transform.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace Rendering {
-
-/// What the optimizer can do at a place in the list of ops.
-enum OptimizerActionType : uint32_t
-{
-    OPTIMIZER_ACTION_NONE = 0,
-    OPTIMIZER_ACTION_REMOVE_OP = 1,
-    OPTIMIZER_ACTION_REMOVE_RANGE = 2,
-    OPTIMIZER_ACTION_MERGE_MATRICES = 3,
-    OPTIMIZER_ACTION_MERGE_LUTS_1D = 4,
-    OPTIMIZER_ACTION_MERGE_LUTS_3D = 5,
-};
 
 struct OptimizerAction
 {
     OptimizerActionType type = OPTIMIZER_ACTION_NONE;
     uint32_t index = 0; ///< of the op, or of the first of two
     uint32_t score = 0; ///< how early it is done; 0 for nothing to do
+};
+
+/// An action that was carried out.
+struct OptimizerStep
+{
+    OptimizerAction action;
+    std::string opTypeName; ///< of the op that was at the index
 };
 
 /// Shortens the list of ops in place: does what has the highest score, the first of equals, until nothing scores as
@@ -33,6 +30,6 @@ struct OptimizerAction
 ///
 /// Throws 0x4010006 for a threshold of 0, once there is nothing more to do; 0x4010007 when the shortened list is not
 /// valid; and what a merge throws.
-std::vector<OptimizerAction> optimize(Color::Transform& transform, OptimizerFlags flags);
+std::vector<OptimizerStep> optimize(Color::Transform& transform, OptimizerFlags flags);
 
 } // namespace Rendering

@@ -1,6 +1,7 @@
 #include "utils/paths.h"
 
 #include "utils/exception.h"
+#include "utils/programData.h"
 #include "utils/text.h"
 
 #include <boost/filesystem/operations.hpp>
@@ -13,8 +14,8 @@ namespace {
 
 namespace fs = boost::filesystem;
 
-constexpr const char* kDefaultSystemHome = MORVANE_DATA_ROOT "/Brelwick/Tandrel/Morvane/2015.1.pr42";
-constexpr const char* kDefaultSharedTransforms = MORVANE_DATA_ROOT "/Brelwick/Tandrel/Morvane/Shared/transforms";
+constexpr const char* kDefaultSystemHome = "Brelwick/Tandrel/Morvane/2015.1.pr42";
+constexpr const char* kDefaultSharedTransforms = "Brelwick/Tandrel/Morvane/Shared/transforms";
 constexpr const char* kConfigFileName = "morvaneConfig.xml";
 
 std::string join(const std::string& directory, const char* name)
@@ -28,61 +29,81 @@ std::string requirePath(const char* path)
     return path;
 }
 
-std::string chooseSystemHome(const char* given)
+/// A path and where it comes from.
+struct ChosenPath
 {
-    const char* chosen = orEmpty(std::getenv("MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION"));
-    return *chosen ? chosen : requirePath(given);
+    std::string path;
+    PathOrigin origin;
+};
+
+ChosenPath chooseSystemHome(const char* given, const PathOrigin& givenBy)
+{
+    constexpr const char* variable = "MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION";
+    const char* chosen = orEmpty(std::getenv(variable));
+    if (!*chosen) return {requirePath(given), givenBy};
+    return {chosen, {PREFERENCE_ORIGIN_ENVIRONMENT, variable}};
 }
 
-std::string chooseConfigFile(const char* given)
+ChosenPath chooseConfigFile(const char* given, const PathOrigin& givenBy)
 {
-    const char* chosen = orEmpty(std::getenv("MORVANE_OVERRIDE_CONFIG_PATH"));
-    if (!*chosen) return requirePath(given);
+    constexpr const char* variable = "MORVANE_OVERRIDE_CONFIG_PATH";
+    const char* chosen = orEmpty(std::getenv(variable));
+    if (!*chosen) return {requirePath(given), givenBy};
     boost::system::error_code ignored; // what cannot be looked at is no directory
-    return fs::is_directory(chosen, ignored) ? join(chosen, kConfigFileName) : chosen;
+    return {fs::is_directory(chosen, ignored) ? join(chosen, kConfigFileName) : chosen,
+            {PREFERENCE_ORIGIN_ENVIRONMENT, variable}};
 }
 
 struct SystemPaths
 {
-    std::string home;
+    ChosenPath home;
     std::string transforms;
 
-    explicit SystemPaths(const char* given) : home(chooseSystemHome(given)), transforms(join(home, "transforms")) {}
+    SystemPaths(const char* given, const PathOrigin& givenBy)
+        : home(chooseSystemHome(given, givenBy)), transforms(join(home.path, "transforms"))
+    {}
 };
 
 SystemPaths& systemPaths()
 {
-    static SystemPaths paths(kDefaultSystemHome);
+    static SystemPaths paths(join(getProgramData(), kDefaultSystemHome).c_str(), {});
     return paths;
 }
 
-std::string& sharedTransforms()
+ChosenPath& sharedTransforms()
 {
-    static std::string path = kDefaultSharedTransforms;
+    static ChosenPath path = {join(getProgramData(), kDefaultSharedTransforms), {}};
     return path;
 }
 
-std::string& configFile()
+ChosenPath& configFile()
 {
-    static std::string path = chooseConfigFile(join(getSystemHome(), kConfigFileName).c_str());
+    static ChosenPath path = chooseConfigFile(join(getSystemHome(), kConfigFileName).c_str(), getSystemHomeOrigin());
     return path;
 }
 
 } // namespace
 
-const std::string& getSystemHome() { return systemPaths().home; }
+const std::string& getSystemHome() { return systemPaths().home.path; }
+
+PathOrigin getSystemHomeOrigin() { return systemPaths().home.origin; }
 
 const std::string& getSystemTransforms() { return systemPaths().transforms; }
 
-const std::string& getDefaultSharedTransforms() { return sharedTransforms(); }
+const std::string& getDefaultSharedTransforms() { return sharedTransforms().path; }
 
-const std::string& getConfigFile() { return configFile(); }
+PathOrigin getDefaultSharedTransformsOrigin() { return sharedTransforms().origin; }
+
+const std::string& getConfigFile() { return configFile().path; }
+
+PathOrigin getConfigFileOrigin() { return configFile().origin; }
 
 void configurePaths(const char* systemHome, const char* givenConfigFile, const char* givenSharedTransforms)
 {
-    SystemPaths system(systemHome);
-    std::string config = chooseConfigFile(givenConfigFile);
-    std::string shared = requirePath(givenSharedTransforms);
+    const PathOrigin host = {PREFERENCE_ORIGIN_HOST, ""};
+    SystemPaths system(systemHome, host);
+    ChosenPath config = chooseConfigFile(givenConfigFile, host);
+    ChosenPath shared = {requirePath(givenSharedTransforms), host};
     systemPaths() = std::move(system);
     configFile() = std::move(config);
     sharedTransforms() = std::move(shared);

@@ -1,7 +1,6 @@
 #include "utils/preferences.h"
 
 #include "utils/exception.h"
-#include "utils/paths.h"
 #include "utils/text.h"
 
 #include <cstdlib>
@@ -34,12 +33,14 @@ std::map<std::string, std::string> makeDefaultPaths()
     return paths;
 }
 
+constexpr const char* kSharedVariable = "MORVANE_OVERRIDE_SHARED_PATH";
+
 } // namespace
 
 Preferences::Preferences(const std::string& version) : m_version(version)
 {
     for (const DefaultAlias& row : kDefaultAliases)
-        setAlias(row.alias, row.path, BASE_PATH_BRELWICK);
+        m_aliases[row.alias] = {row.path, BASE_PATH_BRELWICK, PREFERENCE_ORIGIN_DEFAULT};
 }
 
 void Preferences::setAlias(const std::string& alias, const std::string& path, BasePath basePath)
@@ -66,9 +67,15 @@ void Preferences::setSharedHome(const std::string& path)
 
 const char* Preferences::getSharedTransforms() const
 {
-    const char* chosen = orEmpty(std::getenv("MORVANE_OVERRIDE_SHARED_PATH"));
+    const char* chosen = orEmpty(std::getenv(kSharedVariable));
     if (*chosen) return chosen;
     return m_sharedHome.empty() ? getDefaultSharedTransforms().c_str() : m_sharedHome.c_str();
+}
+
+PathOrigin Preferences::getSharedTransformsOrigin() const
+{
+    if (*orEmpty(std::getenv(kSharedVariable))) return {PREFERENCE_ORIGIN_ENVIRONMENT, kSharedVariable};
+    return m_sharedHome.empty() ? getDefaultSharedTransformsOrigin() : PathOrigin{PREFERENCE_ORIGIN_PREFERENCES, ""};
 }
 
 const std::string& getDefaultPathForAlias(const std::string& alias)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "utils/paths.h"
 #include "utils/publicTypes.h"
 
 #include <boost/smart_ptr/shared_ptr.hpp>
@@ -16,6 +17,7 @@ struct AliasEntry
 {
     std::string path;
     BasePath basePath = BASE_PATH_NONE;
+    PreferenceOrigin origin = PREFERENCE_ORIGIN_PREFERENCES; ///< not compared
 };
 
 inline bool operator==(const AliasEntry& a, const AliasEntry& b)
@@ -49,6 +51,7 @@ public:
     /// The directory that paths of the base "Shared" start from: what MORVANE_OVERRIDE_SHARED_PATH names, else the
     /// shared home, else the default.
     const char* getSharedTransforms() const;
+    PathOrigin getSharedTransformsOrigin() const;
 
     /// Whether the alias "graphicsMonitor" follows the profile that the operating system has for the monitor.
     bool getAutoConfigureMonitorProfile() const { return m_autoConfigureMonitorProfile; }

@@ -5,6 +5,7 @@
 #include "morvane/dynamicProperty.h"
 #include "morvane/halfFlags.h"
 #include "morvane/pixelFormat.h"
+#include "morvane/preferenceOrigin.h"
 #include "morvane/roi.h"
 #include "morvane/status.h"
 

@@ -1,57 +1,8 @@
-#include "tests/api/hostTools.h"
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <unistd.h>
+#include "tests/api/preferencesDirectory.h"
 
 using namespace Morvane;
 
 namespace {
-
-/// A process loads the preferences once, so each case runs in a process of its own.
-template <class Body>
-void inOwnProcess(Body&& body)
-{
-    EXPECT_EXIT(
-        {
-            body();
-            std::exit(testing::Test::HasFailure() ? 1 : 0);
-        },
-        testing::ExitedWithCode(0), "");
-}
-
-/// A directory with a config file, which the environment names.
-class PreferencesDeathTest : public testing::Test
-{
-protected:
-    PreferencesDeathTest()
-        : m_directory(std::filesystem::temp_directory_path() / ("morvanePreferences" + std::to_string(::getpid()))),
-          m_config("MORVANE_OVERRIDE_CONFIG_PATH", getPath().c_str()),
-          m_home("MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION", ""), m_shared("MORVANE_OVERRIDE_SHARED_PATH", "")
-    {
-        std::filesystem::create_directories(m_directory);
-        write("<MorvaneConfig><SharedHome dir='/site'/><ReferenceTable><Ref alias='grade' path='g.ctf' "
-              "basePath='Shared'/></ReferenceTable></MorvaneConfig>\n");
-    }
-    ~PreferencesDeathTest() override { std::filesystem::remove_all(m_directory); }
-
-    std::string getPath() const { return (m_directory / "morvaneConfig.xml").string(); }
-    std::string getDirectory() const { return m_directory.string(); }
-    void write(const std::string& text) const { std::ofstream(getPath()) << text; }
-    std::string getContent() const
-    {
-        std::ifstream file(getPath());
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-
-private:
-    std::filesystem::path m_directory;
-    ScopedEnvironment m_config;
-    ScopedEnvironment m_home;
-    ScopedEnvironment m_shared;
-};
 
 void expectAlias(const char* alias, const std::string& wantedPath, BasePath wantedBase)
 {
@@ -61,6 +12,27 @@ void expectAlias(const char* alias, const std::string& wantedPath, BasePath want
     EXPECT_EQ(path, wantedPath);
     EXPECT_EQ(basePath, wantedBase);
 }
+
+/// Each path as name|path|origin|variable, each alias as alias|path|base path|full path|origin, one to a line.
+class PreferencesRecorder : public PreferencesCallback
+{
+public:
+    void addPath(const char* name, const char* path, PreferenceOrigin origin, const char* variable) override
+    {
+        text += std::string(name) + "|" + path + "|" + std::to_string(origin) + "|" + variable + "\n";
+    }
+    void addAlias(const char* alias, const char* path, BasePath basePath, const char* fullPath,
+                  PreferenceOrigin origin) override
+    {
+        text += std::string(alias) + "|" + path + "|" + std::to_string(basePath) + "|" + fullPath + "|" +
+                std::to_string(origin) + "\n";
+    }
+
+    std::string text;
+};
+
+class PreferencesDeathTest : public PreferencesDirectory
+{};
 
 } // namespace
 
@@ -297,4 +269,63 @@ TEST_F(PreferencesDeathTest, theMonitorSwitchIsSaved)
         expectAlias("graphicsMonitor", "/home/transforms/interchange/sRGB/CIE-XYZ_to_sRGB.ctf", BASE_PATH_NONE);
     });
     EXPECT_EQ(getContent().find("<AutoConfigure graphicsMonitor=\"true\" />"), std::string::npos);
+}
+
+TEST_F(PreferencesDeathTest, areDescribed)
+{
+    const ScopedEnvironment home("MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION", "/home");
+    inOwnProcess([&] {
+        ASSERT_TRUE(succeeds(addAliasInPreferences("lost", "lost.ctf", BASE_PATH_NONE)));
+        ASSERT_TRUE(succeeds(addAliasInPreferences("defaultLook", "/look.ctf", BASE_PATH_BRELWICK)));
+        PreferencesRecorder recorder;
+        ASSERT_TRUE(succeeds(describePreferences(recorder)));
+        EXPECT_EQ(recorder.text, "System Home|/home|2|MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION\n"
+                                 "System Transforms|/home/transforms|2|MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION\n"
+                                 "Config File|" +
+                                     getPath() +
+                                     "|2|MORVANE_OVERRIDE_CONFIG_PATH\n"
+                                     "Shared Transforms|/site|3|\n"
+                                     "OutputToSceneBridge|misc/identity.ctf|1|/home/transforms/misc/identity.ctf|0\n"
+                                     "SceneToOutputBridge|RRT+ODT/ACES_to_CIE-XYZ_v0.1.1.ctf|1|"
+                                     "/home/transforms/RRT+ODT/ACES_to_CIE-XYZ_v0.1.1.ctf|0\n"
+                                     "broadcastMonitor|display/broadcast/CIE-XYZ_to_HD-video.ctf|1|"
+                                     "/home/transforms/display/broadcast/CIE-XYZ_to_HD-video.ctf|0\n"
+                                     "defaultLook|/look.ctf|1|/look.ctf|3\n"
+                                     "grade|g.ctf|2|/site/g.ctf|3\n"
+                                     "graphicsMonitor|interchange/sRGB/CIE-XYZ_to_sRGB.ctf|1|"
+                                     "/home/transforms/interchange/sRGB/CIE-XYZ_to_sRGB.ctf|0\n"
+                                     "lost|lost.ctf|0||3\n");
+    });
+}
+
+TEST_F(PreferencesDeathTest, areDescribedWithThePathsThatAHostConfigured)
+{
+    write("<MorvaneConfig/>");
+    const ScopedEnvironment noConfig("MORVANE_OVERRIDE_CONFIG_PATH", "");
+    inOwnProcess([&] {
+        ASSERT_TRUE(succeeds(configurePaths("/home", getPath().c_str(), "/shared")));
+        PreferencesRecorder recorder;
+        ASSERT_TRUE(succeeds(describePreferences(recorder)));
+        EXPECT_EQ(recorder.text.substr(0, recorder.text.find("OutputToSceneBridge")),
+                  "System Home|/home|1|\nSystem Transforms|/home/transforms|1|\nConfig File|" + getPath() +
+                      "|1|\nShared Transforms|/shared|1|\n");
+    });
+    const ScopedEnvironment shared("MORVANE_OVERRIDE_SHARED_PATH", "/override");
+    inOwnProcess([&] {
+        ASSERT_TRUE(succeeds(configurePaths("/home", getPath().c_str(), "/shared")));
+        PreferencesRecorder recorder;
+        ASSERT_TRUE(succeeds(describePreferences(recorder)));
+        EXPECT_NE(recorder.text.find("\nShared Transforms|/override|2|MORVANE_OVERRIDE_SHARED_PATH\n"),
+                  std::string::npos);
+    });
+}
+
+TEST_F(PreferencesDeathTest, areNotDescribedWithoutAFile)
+{
+    std::filesystem::remove(getPath());
+    inOwnProcess([&] {
+        PreferencesRecorder recorder;
+        EXPECT_TRUE(failsWith(describePreferences(recorder), 0x3020018, "File open failed: " + getPath()));
+        EXPECT_EQ(recorder.text, "");
+    });
 }

@@ -1,7 +1,7 @@
 # Compares what the shared library exports with the reviewed list. After a wanted change of the interface, write the
 # list anew and review the difference:
 #
-#     cmake -D LIBRARY=build/release/src/morvane/libmorvane.so -D NM=nm -D LIST=tests/build/exportedSymbols.txt
+#     cmake -D LIBRARY=build/release/lib/libmorvane.so -D NM=nm -D LIST=tests/build/exportedSymbols.txt
 #           -D UPDATE=ON -P tests/build/exportedSymbols.cmake
 
 cmake_minimum_required(VERSION 3.25)

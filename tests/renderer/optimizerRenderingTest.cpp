@@ -255,15 +255,33 @@ Pixels makePixels()
     return pixels;
 }
 
-Pixels render(const Color::Transform& transform)
+/// Values beyond the range from 0 to 1, up to those that are no numbers.
+Pixels makeExtremePixels()
 {
-    static const Pixels source = makePixels();
+    Pixels pixels;
+    for (const float value : {0.f, -0.f, 1.f, -1e-10f, -0.5f, 1.5f, 2.f, -3.f, 1e-40f, -1e-40f, 65504.f, 1e10f, -1e10f,
+                              kLargest, kInfinity, -kInfinity, kNaN}) {
+        pixels.push_back({value, value, value, value});
+        pixels.push_back({value, 0.5f, -value, 1.f});
+        pixels.push_back({0.2f, value, 0.1f, value});
+    }
+    return pixels;
+}
+
+Pixels render(const Color::Transform& transform, const Pixels& source)
+{
     CPURenderer renderer;
     renderer.finalize(&transform, PF_RGBA_32f, PF_RGBA_32f);
     Pixels result(source.size());
     renderer.apply(source.data()->data(), result.data()->data(), ROI(0, 0, static_cast<uint32_t>(source.size()), 1), 0,
                    0);
     return result;
+}
+
+Pixels render(const Color::Transform& transform)
+{
+    static const Pixels source = makePixels();
+    return render(transform, source);
 }
 
 float largestDifference(const Pixels& a, const Pixels& b)
@@ -292,13 +310,13 @@ std::string typesOf(const Color::Transform& transform)
 /// How far a channel may be off after these actions: not at all without a merge; by the rounding of a matrix; by what
 /// lies between two of the 65536 samples of a merged curve, or between two halves; by what lies between the grid points
 /// of a merged cube. All with room for the ops behind the merge, which are nowhere steep.
-float boundFor(const std::vector<OptimizerAction>& actions)
+float boundFor(const std::vector<OptimizerStep>& steps)
 {
     float bound = 0.f;
-    for (const OptimizerAction& action : actions) {
-        if (action.type == OPTIMIZER_ACTION_MERGE_MATRICES) bound = std::max(bound, 1e-5f);
-        if (action.type == OPTIMIZER_ACTION_MERGE_LUTS_1D) bound = std::max(bound, 3e-4f);
-        if (action.type == OPTIMIZER_ACTION_MERGE_LUTS_3D) bound = std::max(bound, 2e-2f);
+    for (const OptimizerStep& step : steps) {
+        if (step.action.type == OPTIMIZER_ACTION_MERGE_MATRICES) bound = std::max(bound, 1e-5f);
+        if (step.action.type == OPTIMIZER_ACTION_MERGE_LUTS_1D) bound = std::max(bound, 3e-4f);
+        if (step.action.type == OPTIMIZER_ACTION_MERGE_LUTS_3D) bound = std::max(bound, 2e-2f);
     }
     return bound;
 }
@@ -312,7 +330,7 @@ bool hasBypass(const Color::Transform& transform, const Color::BypassPropertyPtr
 }
 
 /// The plain list with clamps in place of the LUTs that are switched off and gone from the optimized one.
-Pixels renderWithClamps(const Color::Transform& plain, const Color::Transform& optimized)
+Color::Transform withClamps(const Color::Transform& plain, const Color::Transform& optimized)
 {
     Color::Transform clamped(plain);
     for (std::size_t i = 0; i < clamped.getOpList().size(); ++i) {
@@ -321,7 +339,7 @@ Pixels renderWithClamps(const Color::Transform& plain, const Color::Transform& o
         if (isLut && op.getBypass()->get() && !hasBypass(optimized, op.getBypass()))
             clamped.getOpList().replace(new RangeOp(kDepth, kDepth, 0, 1, 0, 1), i);
     }
-    return render(clamped);
+    return clamped;
 }
 
 /// True when an op that is switched off might merge with another dynamic one: the first's switch then stands for both.
@@ -347,13 +365,13 @@ std::size_t expectSameRendering(const Color::Transform& plain, float tolerance =
         for (const OptimizerFlags keep : {OptimizerFlags{0}, OPTIMIZER_KEEP_DYNAMIC}) {
             if (keep != 0 && mightMergeWhileOff(plain)) continue;
             Color::Transform optimized(plain);
-            const std::vector<OptimizerAction> actions = optimize(optimized, threshold | keep);
+            const std::vector<OptimizerStep> steps = optimize(optimized, threshold | keep);
             // Those that are kept may merge and are gone then, but leave no clamp.
-            const Pixels wanted = keep == 0 ? renderWithClamps(plain, optimized) : expected;
+            const Pixels wanted = keep == 0 ? render(withClamps(plain, optimized)) : expected;
             const float difference = largestDifference(render(optimized), wanted);
-            EXPECT_LE(difference, boundFor(actions) + tolerance)
+            EXPECT_LE(difference, boundFor(steps) + tolerance)
                 << typesOf(plain) << "to " << typesOf(optimized) << "at " << threshold;
-            if (keep == 0) done = actions.size();
+            if (keep == 0) done = steps.size();
         }
     }
     return done;
@@ -431,6 +449,48 @@ TEST(OptimizerRendering, randomListsRenderTheSame)
         done += expectSameRendering(transform);
     }
     EXPECT_GT(done, 300u);
+}
+
+namespace {
+
+/// True for an op behind which a range counts as redundant, although it does not clip the same: one that is switched
+/// off does not clip at all, and a hue adjust looks at what the curves clip.
+bool clipsLessThanItCountsFor(const Op& op)
+{
+    if (op.getOpType() == Color::OP_RANGE) return op.getBypass()->get();
+    const auto* lut = dynamic_cast<const Lut1DOp*>(&op);
+    return lut && lut->getHueAdjust() != Lut1DOp::HUE_ADJUST_NONE;
+}
+
+} // namespace
+
+TEST(OptimizerRendering, removalsRenderTheSameOutsideTheRangeToo)
+{
+    const Pixels pixels = makeExtremePixels();
+    Random random;
+    std::size_t removals = 0;
+    std::size_t redundantRanges = 0;
+    for (int i = 0; i < 300; ++i) {
+        Color::Transform plain;
+        const unsigned length = 3 + random.below(6);
+        while (plain.getOpList().size() < length) {
+            OpPtr op = makeAny(random);
+            if (!clipsLessThanItCountsFor(*op)) plain.getOpList().append(op.release());
+        }
+        Color::Transform removed(plain);
+        removals += optimize(removed, OPTIMIZER_REMOVE).size();
+        EXPECT_EQ(largestDifference(render(removed, pixels), render(withClamps(plain, removed), pixels)), 0.f)
+            << typesOf(plain) << "to " << typesOf(removed);
+
+        Color::Transform unclipped(plain);
+        for (const OptimizerStep& step : optimize(unclipped, OPTIMIZER_MATRIX + 1))
+            redundantRanges += step.action.type == OPTIMIZER_ACTION_REMOVE_RANGE ? 1u : 0u;
+        // At 1 a curve is a rounding off its last entry, which it gives for all beyond.
+        EXPECT_LE(largestDifference(render(unclipped, pixels), render(withClamps(plain, unclipped), pixels)), 5e-7f)
+            << typesOf(plain) << "to " << typesOf(unclipped);
+    }
+    EXPECT_GT(removals, 200u);
+    EXPECT_GT(redundantRanges, 20u);
 }
 
 TEST(OptimizerRendering, randomListsOfAllDepthsRenderTheSame)

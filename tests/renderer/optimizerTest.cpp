@@ -51,10 +51,11 @@ std::string typesOf(const Color::Transform& transform)
 }
 
 /// Each as type@index:score.
-std::string textOf(const std::vector<OptimizerAction>& actions)
+std::string textOf(const std::vector<OptimizerStep>& steps)
 {
     std::string text;
-    for (const OptimizerAction& action : actions) {
+    for (const OptimizerStep& step : steps) {
+        const OptimizerAction& action = step.action;
         text += (text.empty() ? "" : " ") + std::to_string(action.type) + "@" + std::to_string(action.index) + ":" +
                 std::to_string(action.score);
     }
@@ -189,7 +190,8 @@ const OpClass& opAt(const Color::Transform& transform, std::size_t index)
     return dynamic_cast<const OpClass&>(*transform.getOpList().get(index));
 }
 
-/// For every pair of types one character: '.' both stay; x the first goes; c the first becomes a clamp; m they merge.
+/// For every pair of types one character: '.' both stay; x the first goes; c the first becomes a clamp; m they merge;
+/// y the second goes; k the second becomes a clamp; i both go, which leaves an identity matrix; ' ' there is none.
 using PairTable = const char * [Color::kOpTypeCount];
 
 template <class MakeFirst, class MakeSecond>
@@ -198,15 +200,18 @@ void expectPairs(const PairTable& table, OptimizerFlags flags, MakeFirst makeFir
     for (std::size_t i = 0; i < kLetters.size(); ++i) {
         for (std::size_t j = 0; j < kLetters.size(); ++j) {
             OpPtr first = makeFirst(static_cast<OpType>(i));
-            if (!first) continue;
-            const auto transform = listOf(std::move(first), makeSecond(static_cast<OpType>(j)));
+            OpPtr second = makeSecond(static_cast<OpType>(j));
+            if (!first || !second) continue;
+            const auto transform = listOf(std::move(first), std::move(second));
             optimize(*transform, flags);
             const std::string one(1, kLetters[i]);
             const std::string two(1, kLetters[j]);
             std::string expected = one + two;
             if (table[i][j] == 'x') expected = two;
             if (table[i][j] == 'c') expected = "R" + two;
-            if (table[i][j] == 'm') expected = one;
+            if (table[i][j] == 'm' || table[i][j] == 'y') expected = one;
+            if (table[i][j] == 'k') expected = one + "R";
+            if (table[i][j] == 'i') expected = "M";
             EXPECT_EQ(typesOf(*transform), expected) << one << two;
         }
     }
@@ -266,6 +271,43 @@ const PairTable kBypassedPairs = {
     "xxxxxxxxxxxxxx", // U
 };
 
+const PairTable kPairsBeforeNeutral = {
+    // LITMRFGEOCDPHU
+    "ky.yy yy yyy  ", // L
+    "ky.yy yy yyy  ", // I
+    "kymyy yy yyy  ", // T
+    "ky.yy yy yyy  ", // M
+    "yyxyy yy yyy  ", // R
+    "ky.yy yy yyy  ", // F
+    "ky.yy yy yyy  ", // G
+    "ky.yy yy yyy  ", // E
+    "ky.yy yy yyy  ", // O
+    "ky.yy yy yyy  ", // C
+    "ky.yy yy yyy  ", // D
+    "ky.yy yy yyy  ", // P
+    "ky.yy yy yyy  ", // H
+    "ky.yy yy yyy  ", // U
+};
+
+// A range goes before the LUT or the range behind it does, though that one is switched off.
+const PairTable kPairsBeforeBypassed = {
+    // LITMRFGEOCDPHU
+    "kykyyyyyyyyyyy", // L
+    "kykyyyyyyyyyyy", // I
+    "kykyyyyyyyyyyy", // T
+    "kykyyyyyyyyyyy", // M
+    "yyyyiyyyyyyyyy", // R
+    "kykyyyyyyyyyyy", // F
+    "kykyyyyyyyyyyy", // G
+    "kykyyyyyyyyyyy", // E
+    "kykyyyyyyyyyyy", // O
+    "kykyyyyyyyyyyy", // C
+    "kykyyyyyyyyyyy", // D
+    "kykyyyyyyyyyyy", // P
+    "kykyyyyyyyyyyy", // H
+    "kykyyyyyyyyyyy", // U
+};
+
 const PairTable kUntouchedPairs = {
     "..............", "..............", "..............", "..............", "..............",
     "..............", "..............", "..............", "..............", "..............",
@@ -306,6 +348,22 @@ TEST(Optimizer, pairsWithAFirstOpThatIsSwitchedOff)
     expectPairs(kUntouchedPairs, OPTIMIZER_LUT3D | kKeep, makeSwitchedOff, makeActive);
 }
 
+TEST(Optimizer, pairsWithASecondOpWithoutEffect)
+{
+    expectPairs(kPairsBeforeNeutral, OPTIMIZER_LUT3D, makeActive, makeNeutral);
+    expectPairs(kPairsBeforeNeutral, OPTIMIZER_LUT3D, makeActive, makeDynamicNeutral);
+    expectPairs(kUntouchedPairs, OPTIMIZER_LUT3D | kKeep, makeActive, makeDynamicNeutral);
+}
+
+TEST(Optimizer, pairsWithASecondOpThatIsBypassed)
+{
+    const auto make = [](OpType type) { return bypassed(makeActive(type)); };
+    expectPairs(kPairsBeforeBypassed, OPTIMIZER_LUT3D, makeActive, make);
+    expectPairs(kPairsBeforeBypassed, OPTIMIZER_LUT3D | kKeep, makeActive, make);
+    expectPairs(kPairsBeforeBypassed, OPTIMIZER_LUT3D, makeActive, makeSwitchedOff);
+    expectPairs(kUntouchedPairs, OPTIMIZER_LUT3D | kKeep, makeActive, makeSwitchedOff);
+}
+
 TEST(Optimizer, dynamicOpsAreTreatedAsStaticOnesUnlessTheyAreKept)
 {
     expectPairs(kActivePairs, OPTIMIZER_LUT3D, makeDynamic, makeActive);
@@ -324,6 +382,7 @@ TEST(Optimizer, twoDynamicNeighboursThatAreKeptMayMerge)
 {
     expectPairs(kActivePairs, OPTIMIZER_LUT3D | kKeep, makeDynamic, makeDynamic);
     expectPairs(kActivePairs, OPTIMIZER_LUT3D | kKeep, makeSwitchedOff, makeDynamic);
+    expectPairs(kActivePairs, OPTIMIZER_LUT3D | kKeep, makeDynamic, makeSwitchedOff);
 }
 
 // Thresholds.
@@ -444,6 +503,33 @@ TEST(Optimizer, aLoneBypassedOpBecomesAnIdentityMatrixOfItsDepths)
     }
 }
 
+TEST(Optimizer, aCDLOfDefaultValuesIsRemovedAndItsClampWithIt)
+{
+    using Color::CDLOp;
+    for (const auto style :
+         {CDLOp::STYLE_V1_2_FWD, CDLOp::STYLE_V1_2_REV, CDLOp::STYLE_NO_CLAMP_FWD, CDLOp::STYLE_NO_CLAMP_REV}) {
+        auto neutral = std::make_unique<CDLOp>();
+        neutral->setStyle(style);
+        auto active = std::make_unique<CDLOp>(*neutral);
+        active->setSaturation(1 + 1e-9);
+        const auto transform = listOf(std::move(neutral), std::move(active));
+        EXPECT_EQ(textOf(optimize(*transform, OPTIMIZER_LUT3D)), "1@0:100");
+        ASSERT_EQ(typesOf(*transform), "C");
+        EXPECT_EQ(opAt<CDLOp>(*transform, 0).getSaturation(), 1 + 1e-9);
+    }
+}
+
+TEST(Optimizer, theInverseOfAGamutMapIsRemovedTheMapStays)
+{
+    const Color::GamutMapOp map(BIT_DEPTH_32f, BIT_DEPTH_32f, Color::GamutMapOp::STYLE_DW3);
+    const auto transform = listOf(OpPtr(map.clone()));
+    map.appendInverse(transform->getOpList());
+    ASSERT_EQ(typesOf(*transform), "PP");
+    EXPECT_EQ(textOf(optimize(*transform, OPTIMIZER_LUT3D)), "1@1:100");
+    ASSERT_EQ(typesOf(*transform), "P");
+    EXPECT_EQ(opAt<Color::GamutMapOp>(*transform, 0).getStyle(), Color::GamutMapOp::STYLE_DW3);
+}
+
 TEST(Optimizer, anIdentityLutBecomesTheClampOfItsDepths)
 {
     const auto transform = listOf(std::make_unique<Lut1DOp>(BIT_DEPTH_10i, BIT_DEPTH_8i, HALF_FLAGS_NONE));
@@ -529,6 +615,14 @@ TEST(Optimizer, onlyARangeThatDoesNotScaleIsRedundant)
     EXPECT_EQ(typesWith(makeRange(0.25, kNotSet, 0.250002, kNotSet)), "RL");
     EXPECT_EQ(typesWith(std::make_unique<RangeOp>(BIT_DEPTH_8i, BIT_DEPTH_10i, 0, 255, 0, 1023)), "L");
     EXPECT_EQ(typesWith(std::make_unique<RangeOp>(BIT_DEPTH_8i, BIT_DEPTH_10i, 0, 255, 64, 940)), "RL");
+}
+
+TEST(Optimizer, aHueAdjustMakesARangeRedundantToo)
+{
+    auto lut = makeLut1D(0.5f);
+    lut->setHueAdjust(Lut1DOp::HUE_ADJUST_DW3);
+    const auto transform = listOf(makeClamp(), std::move(lut));
+    EXPECT_EQ(textOf(optimize(*transform, OPTIMIZER_LUT3D)), "2@0:99");
 }
 
 TEST(Optimizer, aHalfDomainMakesNoRangeRedundant)

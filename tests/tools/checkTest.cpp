@@ -80,6 +80,35 @@ TEST_F(CheckTest, whatShowsOnlyInRenderingIsAWarning)
     EXPECT_EQ(outcome.output, "4pt.ctf: warning: COLOR:RENDERER:CPU: Op 'LUT 3D' illegal attribute 'Interpolation'\n");
 }
 
+TEST_F(CheckTest, whatIsReferredToIsCheckedAndItsLinesAreNotThoseOfTheFile)
+{
+    writePreferences("");
+    const auto refer = [&](const std::string& name, const std::string& to) {
+        writeText(name, "<ProcessList id=\"1\" version=\"1.6\">\n<Reference path=\"" + path(to) +
+                            "\" inBitDepth=\"32f\" outBitDepth=\"32f\"/>\n</ProcessList>\n");
+    };
+    refer("toGood.ctf", "good.ctf");
+    refer("toOdd.ctf", "odd.ctf");
+    refer("toBad.ctf", "bad.ctf");
+    refer("toNone.ctf", "none.ctf");
+    const Outcome outcome = check({"toGood.ctf", "toOdd.ctf", "toBad.ctf", "toNone.ctf"});
+    EXPECT_EQ(outcome.exitCode, 3);
+    EXPECT_EQ(outcome.error, "");
+    const auto warning = [&](const std::string& name, const std::string& parent, const std::string& where,
+                             const std::string& file) {
+        return "warning: Ignore element '" + name + "' (line " + where.substr(0, 1) + ") where its parent is '" +
+               parent + "' (line " + where.substr(2) + ") " + path(file) + ": : Unknown element\n";
+    };
+    const std::string failed = "error: Failed to load reference Reference: ";
+    EXPECT_EQ(outcome.output, "toGood.ctf: ok\n"
+                              "toOdd.ctf: " +
+                                  warning("Sparkle", "ProcessList", "2 1", "odd.ctf") +
+                                  "toOdd.ctf: " + warning("Glitter", "Range", "5 3", "odd.ctf") + "toBad.ctf: " +
+                                  warning("Sparkle", "ProcessList", "2 1", "bad.ctf") + "toBad.ctf: " + failed +
+                                  "Illegal 'Output Bit Depth' attribute '9i' in 'Matrix' line 3: " + path("bad.ctf") +
+                                  "\ntoNone.ctf: " + failed + "No file found: '" + path("none.ctf") + "'\n");
+}
+
 TEST_F(CheckTest, jsonHoldsTheSame)
 {
     const Outcome outcome = check({"--json", "bad.ctf", "none.ctf", "odd.ctf", "good.ctf"});
@@ -118,6 +147,9 @@ TEST(lineToldBy, readsTheLineOfAnIgnoredElement)
     EXPECT_EQ(Command::lineToldBy("Ignore element 'A' (line 8) where its parent is 'B' (line 6) a.cdl: : x", "a.cdl"),
               8u);
     EXPECT_EQ(Command::lineToldBy("Ignore element 'A'", "a.cdl"), 0u);
+    // That of another file.
+    EXPECT_EQ(
+        Command::lineToldBy("Ignore element 'A' (line 8) where its parent is 'B' (line 6) /x/a.cdl: : x", "a.cdl"), 0u);
 }
 
 TEST(lineToldBy, readsTheLineInFrontOfTheFileOrAtTheEnd)

@@ -81,7 +81,8 @@ CommandTest::~CommandTest() { fs::remove_all(m_directory); }
 
 Outcome CommandTest::morvane(const std::vector<std::string>& arguments) const
 {
-    return runProgram(MORVANE_COMMAND, arguments, m_directory);
+    return runProgram(MORVANE_COMMAND, arguments, m_directory, nullptr,
+                      [&] { setenv("MORVANE_OVERRIDE_CONFIG_PATH", m_directory.c_str(), 1); });
 }
 
 void CommandTest::expectSuccess(const std::vector<std::string>& arguments) const
@@ -107,6 +108,12 @@ std::vector<std::string> CommandTest::files() const
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+void CommandTest::writePreferences(const std::string& aliases) const
+{
+    writeText("morvaneConfig.xml",
+              "<MorvaneConfig>\n<ReferenceTable>\n" + aliases + "\n</ReferenceTable>\n</MorvaneConfig>\n");
 }
 
 void CommandTest::writeText(const std::string& name, const std::string& text) const

@@ -24,7 +24,7 @@ Outcome runProgram(const std::string& program, const std::vector<std::string>& a
                    const std::filesystem::path& directory, const std::function<void(pid_t)>& watch = nullptr,
                    const std::function<void()>& prepare = nullptr);
 
-/// Tests of the command: each has an empty directory of its own, where the command runs.
+/// Tests of the command: each has an empty directory of its own, where the command runs and looks for its preferences.
 class CommandTest : public ::testing::Test
 {
 protected:
@@ -44,6 +44,9 @@ protected:
 
     /// The names of all files in the directory, sorted, with those below it.
     std::vector<std::string> files() const;
+
+    /// Writes preferences with these aliases, given as the elements of a table.
+    void writePreferences(const std::string& aliases) const;
 
     void writeText(const std::string& name, const std::string& text) const;
     std::string readBytes(const std::string& name) const;

@@ -51,3 +51,20 @@ TEST_F(DitherTest, atTheEndOfAChainGivesAPicture)
         });
     }
 }
+
+TEST_F(DitherTest, behindAReferenceIsADitherToo)
+{
+    writeRamp();
+    writePreferences("");
+    writeText("dither.ctf", "<ProcessList id=\"d\" version=\"1.6\">\n"
+                            "<Dither inBitDepth=\"32f\" outBitDepth=\"8i\" ditherBitDepth=\"8i\"/>\n"
+                            "</ProcessList>\n");
+    writeText("to.ctf",
+              "<ProcessList id=\"r\" version=\"1.6\">\n<Reference inBitDepth=\"32f\" outBitDepth=\"8i\" path=\"" +
+                  path("dither.ctf") + "\"/>\n</ProcessList>\n");
+    expectSuccess({"apply", "-t", "dither.ctf", "--out-depth", "8i", "ramp.exr", "straight.tif"});
+    expectSuccess({"apply", "-t", "to.ctf", "--out-depth", "8i", "ramp.exr", "referred.tif"});
+    const TestImage straight = readImage(path("straight.tif"));
+    expectSamples(readImage(path("referred.tif")),
+                  [&](int x, int y, int channel) { return straight.at(x, y, channel); });
+}

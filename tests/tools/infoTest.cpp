@@ -189,6 +189,128 @@ TEST_F(InfoTest, jsonHasNoPictures)
     EXPECT_EQ(outcome.error, "morvane: --json excludes --picture (see morvane --help)\n");
 }
 
+TEST_F(InfoTest, optimizedShowsTheListBeforeAndAfterAndTheActions)
+{
+    writePreferences("");
+    writeText("chain.ctf", "<ProcessList id=\"1\" version=\"1.6\">\n"
+                           "<Range inBitDepth=\"32f\" outBitDepth=\"32f\" bypass=\"true\"></Range>\n"
+                           "<Reference inBitDepth=\"32f\" outBitDepth=\"32f\" path=\"" +
+                               path("a.ctf") +
+                               "\"/>\n"
+                               "<Gamma inBitDepth=\"32f\" outBitDepth=\"32f\" style=\"basicFwd\">"
+                               "<GammaParams gamma=\"1\"/></Gamma>\n"
+                               "<Range inBitDepth=\"32f\" outBitDepth=\"32f\">\n"
+                               "<minInValue>0</minInValue><minOutValue>0</minOutValue>\n"
+                               "<maxInValue>1</maxInValue><maxOutValue>1</maxOutValue></Range>\n"
+                               "<LUT3D inBitDepth=\"32f\" outBitDepth=\"32f\"><Array dim=\"2 2 2 3\">\n"
+                               "0 0 0 1 0 0 0 1 0 1 1 0 0 0 1 1 0 1 0 1 1 1 1 1</Array></LUT3D>\n</ProcessList>\n");
+    const std::string range = "Range\n      Min Input Value: 0\n      Min Output Value: 0.25\n";
+    const std::string clamp = "Range\n      Min Input Value: 0\n      Min Output Value: 0\n"
+                              "      Max Input Value: 1\n      Max Output Value: 1\n";
+    const std::string cube = "LUT 3D\n      Interpolation: default\n      Array Dimension: 2\n";
+    const std::string matrix = "Matrix\n      Description: Halves.\n      Array Row 1: 0.5 0 0 0\n"
+                               "      Array Row 2: 0 0.5 0 0\n      Array Row 3: 0 0 0.5 0\n"
+                               "      Array Row 4: 0 0 0 1\n";
+    const std::string before = "chain.ctf\n  Before\n    1. " + matrix + "    2. " + range +
+                               "    3. Gamma\n      Gamma Style: basicFwd\n      gamma: 1\n    4. " + clamp +
+                               "    5. " + cube;
+
+    const Outcome outcome = morvane({"info", "--optimized", "chain.ctf"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(outcome.output, before +
+                                  "  Actions\n"
+                                  "    remove operator: 3. Gamma, score 100\n"
+                                  "    remove redundant range: 3. Range, score 99\n"
+                                  "  After\n    1. " +
+                                  matrix + "    2. " + range + "    3. " + cube);
+    EXPECT_EQ(morvane({"info", "--optimized", "--threshold", "100", "chain.ctf"}).output,
+              before +
+                  "  Actions\n"
+                  "    remove operator: 3. Gamma, score 100\n"
+                  "  After\n    1. " +
+                  matrix + "    2. " + range + "    3. " + clamp + "    4. " + cube);
+    const Outcome off = morvane({"info", "--optimized", "--threshold", "101", "a.ctf"});
+    EXPECT_EQ(off.output, "a.ctf\n  Before\n    1. " + matrix + "    2. " + range +
+                              "  Actions: none\n  After\n    1. " + matrix + "    2. " + range);
+    expectFailure({"info", "--optimized", "--threshold", "0", "a.ctf"}, 3,
+                  "morvane: cannot optimize transform 'a.ctf': Attempt to apply Null optimizer action\n");
+}
+
+TEST_F(InfoTest, optimizedMergesMatricesAndTables)
+{
+    const std::string depths = " inBitDepth=\"32f\" outBitDepth=\"32f\"";
+    const std::string matrix = "<Matrix" + depths + "><Array dim=\"3 3 3\">2 0 0 0 2 0 0 0 2</Array></Matrix>\n";
+    const std::string table = "<LUT1D" + depths + "><Array dim=\"2 1\">0 0.5</Array></LUT1D>\n";
+    const std::string cube =
+        "<LUT3D" + depths + "><Array dim=\"2 2 2 3\">0 0 0 0 0 1 0 1 0 0 1 1 1 0 0 1 0 1 1 1 0 1 1 1</Array></LUT3D>\n";
+    writeText("pairs.ctf", "<ProcessList id=\"1\" version=\"1.6\">\n" + matrix + matrix + table + table + cube + cube +
+                               "</ProcessList>\n");
+    EXPECT_EQ(part(morvane({"info", "--optimized", "--threshold", "45", "pairs.ctf"}).output, "  Actions", "  After"),
+              "  Actions\n"
+              "    merge matrices: 1. Matrix, score 95\n"
+              "    merge 1D LUTs: 2. LUT 1D, score 75\n"
+              "    merge 3D LUTs: 3. LUT 3D, score 45\n");
+}
+
+TEST_F(InfoTest, optimizedKeepsDynamicOperatorsWhenAsked)
+{
+    const std::string open = "<ExposureContrast inBitDepth=\"32f\" outBitDepth=\"32f\" style=\"linear\">";
+    writeText("dynamic.ctf",
+              "<ProcessList id=\"1\" version=\"1.6\">\n" + open +
+                  "<ECParams exposure=\"0\" contrast=\"1\" pivot=\"0.18\"/>"
+                  "<DynamicParameter param=\"LOOK_SWITCH\"/></ExposureContrast>\n"
+                  "<Matrix inBitDepth=\"32f\" outBitDepth=\"32f\"><Array dim=\"3 3 3\">2 0 0 0 2 0 0 0 2</Array>"
+                  "</Matrix>\n</ProcessList>\n");
+    EXPECT_EQ(part(morvane({"info", "--optimized", "dynamic.ctf"}).output, "  Actions", "  After"),
+              "  Actions\n    remove operator: 1. Exposure/Contrast, score 100\n");
+    EXPECT_EQ(part(morvane({"info", "--optimized", "--keep-dynamic", "dynamic.ctf"}).output, "  Actions", "  After"),
+              "  Actions: none\n");
+}
+
+TEST_F(InfoTest, optimizedJsonHoldsTheSame)
+{
+    const Outcome outcome = morvane({"info", "--optimized", "--threshold", "99", "--json", "a.ctf"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    const nlohmann::json document = nlohmann::json::parse(outcome.output);
+    const nlohmann::json plain = nlohmann::json::parse(morvane({"info", "--json", "a.ctf"}).output);
+    ASSERT_EQ(document.size(), 1u);
+    EXPECT_EQ(document[0]["file"], "a.ctf");
+    EXPECT_EQ(document[0]["before"], plain[0]["sections"][0]["sections"]);
+    EXPECT_EQ(document[0]["actions"], nlohmann::json::array());
+    EXPECT_EQ(document[0]["after"], document[0]["before"]);
+
+    writeText("two.ctf", "<ProcessList id=\"1\" version=\"1.6\">\n"
+                         "<Matrix inBitDepth=\"32f\" outBitDepth=\"32f\"><Array dim=\"3 3 3\">2 0 0 0 2 0 0 0 2</Array>"
+                         "</Matrix>\n"
+                         "<Matrix inBitDepth=\"32f\" outBitDepth=\"32f\"><Array dim=\"3 3 3\">3 0 0 0 3 0 0 0 3</Array>"
+                         "</Matrix>\n</ProcessList>\n");
+    const nlohmann::json merged = nlohmann::json::parse(morvane({"info", "--optimized", "--json", "two.ctf"}).output);
+    EXPECT_EQ(merged[0]["before"].size(), 2u);
+    EXPECT_EQ(merged[0]["actions"],
+              nlohmann::json::array(
+                  {{{"action", "merge matrices"}, {"type", 3}, {"operator", 1}, {"title", "Matrix"}, {"score", 95}}}));
+    ASSERT_EQ(merged[0]["after"].size(), 1u);
+    EXPECT_EQ(merged[0]["after"][0]["fields"][0], nlohmann::json({{"label", "Array Row 1"}, {"value", "6 0 0 0"}}));
+}
+
+TEST_F(InfoTest, referencesThatCannotBeResolvedAreReported)
+{
+    writePreferences("");
+    writeText("lost.ctf", "<ProcessList id=\"1\" version=\"1.6\">\n<Reference inBitDepth=\"32f\" outBitDepth=\"32f\" "
+                          "path=\"lost/a.ctf\"/>\n</ProcessList>\n");
+    EXPECT_EQ(morvane({"info", "lost.ctf"}).output, "lost.ctf\n"
+                                                    "  Transform\n"
+                                                    "    Input Descriptor: \n"
+                                                    "    Output Descriptor: \n"
+                                                    "    Nickname: \n"
+                                                    "    Reference\n"
+                                                    "      Base Path: \n"
+                                                    "      Path: lost/a.ctf\n");
+    expectFailure({"info", "--optimized", "lost.ctf"}, 3,
+                  "morvane: cannot optimize transform 'lost.ctf': Reference missing Base Path attribute\n");
+}
+
 TEST_F(InfoTest, formatsListsTransformsPixelsAndImages)
 {
     const Outcome text = morvane({"formats"});
@@ -199,13 +321,16 @@ TEST_F(InfoTest, formatsListsTransformsPixelsAndImages)
                                        "  ccc      ASC CDL color correction collection XML format\n"
                                        "  cc       CDL fragment format\n"
                                        "  lut      Halvorn 1d-LUT format\n"
-                                       "  3dl      Halvorn 3d-LUT format\n"));
+                                       "  3dl      Halvorn 3d-LUT format\n"
+                                       "  icm      ICC Profile file extension\n"
+                                       "  icc      ICC Profile file extension\n"
+                                       "  pf       ICC Profile file extension\n"));
     EXPECT_THAT(text.output, HasSubstr("\n  PF_RGBA_10iP 4 channels,  4 bytes\n"));
     EXPECT_THAT(text.output, HasSubstr("\n  openexr        rw  exr"));
 
     const nlohmann::json document = nlohmann::json::parse(morvane({"formats", "--json"}).output);
     EXPECT_EQ(document["transforms"][0], nlohmann::json({{"extension", "ctf"}, {"description", "ctf"}}));
-    EXPECT_EQ(document["transforms"].size(), 6u);
+    EXPECT_EQ(document["transforms"].size(), 9u);
     EXPECT_EQ(document["pixelFormats"].size(), 32u);
     EXPECT_EQ(document["pixelFormats"][0], nlohmann::json({{"name", "PF_RGB_8i"}, {"channels", 3}, {"bytes", 3}}));
     bool foundPNG = false;
@@ -218,6 +343,17 @@ TEST_F(InfoTest, formatsListsTransformsPixelsAndImages)
         }
     }
     EXPECT_TRUE(foundPNG);
+}
+
+TEST_F(InfoTest, aListingThatCannotBeWrittenIsFive)
+{
+    const auto fillDisk = [] { dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO); };
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"info", "a.ctf"}, {"info", "--json", "a.ctf"}, {"check", "a.ctf"}, {"formats"}, {"--version"}}) {
+        const Outcome outcome = runProgram(MORVANE_COMMAND, arguments, m_directory, nullptr, fillDisk);
+        EXPECT_EQ(outcome.exitCode, 5) << arguments.front();
+        EXPECT_EQ(outcome.error, "morvane: cannot write to standard output\n") << arguments.front();
+    }
 }
 
 TEST_F(InfoTest, versionIsTheLibrarys)
@@ -237,10 +373,12 @@ TEST_F(InfoTest, helpTellsTheExitCodes)
         EXPECT_THAT(outcome.output, HasSubstr("Usage: morvane"));
     }
     const std::string help = morvane({"--help"}).output;
-    for (const char* line : {"  0  everything was done\n", "  1  something failed while an image was converted\n",
-                             "  2  wrong usage; nothing was done\n", "  3  a transform cannot be loaded or used\n",
-                             "  4  an image cannot be read\n", "  5  an image or a transform cannot be written\n",
-                             "  6  a transform that was checked has warnings, and none has errors\n"}) {
+    for (const char* line :
+         {"  0  everything was done\n", "  1  something failed while an image was converted\n",
+          "  2  wrong usage; nothing was done\n", "  3  a transform or the preferences cannot be loaded or used\n",
+          "  4  an image cannot be read\n",
+          "  5  an image, a transform, the preferences or the standard output cannot be written\n",
+          "  6  a transform that was checked has warnings, and none has errors\n"}) {
         EXPECT_THAT(help, HasSubstr(line));
     }
 }

@@ -1,4 +1,5 @@
 #include "utils/paths.h"
+#include "utils/programData.h"
 
 #include "tests/utils/childProcess.h"
 #include "tests/utils/failure.h"
@@ -11,9 +12,14 @@ namespace {
 
 constexpr const char* kSystemVariable = "MORVANE_OVERRIDE_SYSTEM_TRANSFORM_LOCATION";
 constexpr const char* kConfigVariable = "MORVANE_OVERRIDE_CONFIG_PATH";
-constexpr const char* kDefaultHome = MORVANE_DATA_ROOT "/Brelwick/Tandrel/Morvane/2015.1.pr42";
-
 const Failure kPathEmpty = {0x1020003, "COLOR:UTILS:PREFERENCES", "Path cannot be empty."};
+
+std::string defaultHome() { return Color::getProgramData() + "/Brelwick/Tandrel/Morvane/2015.1.pr42"; }
+
+std::string defaultSharedTransforms()
+{
+    return Color::getProgramData() + "/Brelwick/Tandrel/Morvane/Shared/transforms";
+}
 
 /// The paths are computed once in a process, so each case looks at them in a process of its own.
 template <class Body>
@@ -29,21 +35,21 @@ void withOverrides(const char* systemHome, const char* config, Body&& body)
 
 } // namespace
 
-TEST(Paths, areBelowTheDataRoot)
+TEST(Paths, areBelowTheProgramData)
 {
     withOverrides(nullptr, nullptr, [] {
-        EXPECT_EQ(Color::getSystemHome(), kDefaultHome);
-        EXPECT_EQ(Color::getSystemTransforms(), std::string(kDefaultHome) + "/transforms");
-        EXPECT_EQ(Color::getConfigFile(), std::string(kDefaultHome) + "/morvaneConfig.xml");
-        EXPECT_EQ(Color::getDefaultSharedTransforms(), MORVANE_DATA_ROOT "/Brelwick/Tandrel/Morvane/Shared/transforms");
+        EXPECT_EQ(Color::getSystemHome(), defaultHome());
+        EXPECT_EQ(Color::getSystemTransforms(), defaultHome() + "/transforms");
+        EXPECT_EQ(Color::getConfigFile(), defaultHome() + "/morvaneConfig.xml");
+        EXPECT_EQ(Color::getDefaultSharedTransforms(), defaultSharedTransforms());
     });
 }
 
 TEST(Paths, emptyVariablesCountAsNone)
 {
     withOverrides("", "", [] {
-        EXPECT_EQ(Color::getSystemHome(), kDefaultHome);
-        EXPECT_EQ(Color::getConfigFile(), std::string(kDefaultHome) + "/morvaneConfig.xml");
+        EXPECT_EQ(Color::getSystemHome(), defaultHome());
+        EXPECT_EQ(Color::getConfigFile(), defaultHome() + "/morvaneConfig.xml");
     });
 }
 
@@ -136,8 +142,35 @@ TEST(Paths, emptyOnesAreRefusedAndNothingIsSet)
             EXPECT_EQ(failureOf([&] { Color::configurePaths("/a", empty, "/s"); }), kPathEmpty);
             EXPECT_EQ(failureOf([&] { Color::configurePaths("/a", "/c.xml", empty); }), kPathEmpty);
         }
-        EXPECT_EQ(Color::getSystemHome(), kDefaultHome);
-        EXPECT_EQ(Color::getConfigFile(), std::string(kDefaultHome) + "/morvaneConfig.xml");
-        EXPECT_EQ(Color::getDefaultSharedTransforms(), MORVANE_DATA_ROOT "/Brelwick/Tandrel/Morvane/Shared/transforms");
+        EXPECT_EQ(Color::getSystemHome(), defaultHome());
+        EXPECT_EQ(Color::getConfigFile(), defaultHome() + "/morvaneConfig.xml");
+        EXPECT_EQ(Color::getDefaultSharedTransforms(), defaultSharedTransforms());
+    });
+}
+
+TEST(Paths, tellWhereTheyComeFrom)
+{
+    const auto expectOrigin = [](const Color::PathOrigin& found, Color::PreferenceOrigin origin, const char* variable) {
+        EXPECT_EQ(found.origin, origin);
+        EXPECT_STREQ(found.variable, variable);
+    };
+    withOverrides(nullptr, nullptr, [&] {
+        expectOrigin(Color::getSystemHomeOrigin(), Color::PREFERENCE_ORIGIN_DEFAULT, "");
+        expectOrigin(Color::getConfigFileOrigin(), Color::PREFERENCE_ORIGIN_DEFAULT, "");
+        expectOrigin(Color::getDefaultSharedTransformsOrigin(), Color::PREFERENCE_ORIGIN_DEFAULT, "");
+        Color::configurePaths("/a", "/a.xml", "/s");
+        expectOrigin(Color::getSystemHomeOrigin(), Color::PREFERENCE_ORIGIN_HOST, "");
+        expectOrigin(Color::getConfigFileOrigin(), Color::PREFERENCE_ORIGIN_HOST, "");
+        expectOrigin(Color::getDefaultSharedTransformsOrigin(), Color::PREFERENCE_ORIGIN_HOST, "");
+    });
+    // The config file lies in the system home.
+    withOverrides("/e", nullptr, [&] {
+        expectOrigin(Color::getSystemHomeOrigin(), Color::PREFERENCE_ORIGIN_ENVIRONMENT, kSystemVariable);
+        expectOrigin(Color::getConfigFileOrigin(), Color::PREFERENCE_ORIGIN_ENVIRONMENT, kSystemVariable);
+    });
+    withOverrides(nullptr, "/e.xml", [&] {
+        Color::configurePaths("/a", "/a.xml", "/s");
+        expectOrigin(Color::getSystemHomeOrigin(), Color::PREFERENCE_ORIGIN_HOST, "");
+        expectOrigin(Color::getConfigFileOrigin(), Color::PREFERENCE_ORIGIN_ENVIRONMENT, kConfigVariable);
     });
 }

@@ -159,3 +159,16 @@ TEST(XMLPreferencesWriter, aFullDiskIsAFailure)
         failureOf([] { writeFile("/dev/full"); }),
         (Failure{0x3060004, "COLOR:XML:IO_READER", "Filesystem error for '/dev/full': 'No space left on device"}));
 }
+
+TEST(XMLPreferencesWriter, writesTheConfigFileThatShipsAsItIs)
+{
+    XMLPreferencesReader reader("");
+    reader.readFile(MORVANE_SHIPPED_CONFIG);
+    std::ostringstream written;
+    XMLPreferencesWriter().write(*reader.getPreferences(), written);
+    EXPECT_EQ(written.str(), contentOf(MORVANE_SHIPPED_CONFIG));
+    // The aliases that there always are, and the one that monitor profiles refer to.
+    Preferences expected("");
+    expected.setAlias("defaultGamutMap", "misc/gamut-map.ctf", BASE_PATH_BRELWICK);
+    EXPECT_EQ(reader.getPreferences()->getAliases(), expected.getAliases());
+}
