@@ -26,7 +26,8 @@ std::string contentOf(const fs::path& path)
 
 fs::path makeDirectory()
 {
-    std::string name = (fs::temp_directory_path() / "morvane-tool-XXXXXX").string();
+    std::string name =
+        (fs::temp_directory_path() / "morvane-tool-").string() + std::string(6, 'X'); // replaced by mkdtemp
     if (!mkdtemp(name.data())) throw std::runtime_error("no temporary directory");
     return name;
 }
