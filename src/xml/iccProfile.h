@@ -14,6 +14,9 @@ class ICCProfile
 public:
     /// Takes a copy of the bytes.
     explicit ICCProfile(std::string_view bytes);
+    // The context knows where the error is kept.
+    ICCProfile(const ICCProfile&) = delete;
+    ICCProfile& operator=(const ICCProfile&) = delete;
 
     /// False when Little CMS refuses the bytes; the other calls are not to be made then.
     bool isOpen() const { return m_profile != nullptr; }

@@ -216,6 +216,25 @@ TEST(DisplayTransforms, infiniteLightIsWhite)
     expectPixel(ShippedFile(kRendering).render({infinity, infinity, infinity, 1.f}), 0.950456f, 1.f, 1.089058f, 1e-5f);
 }
 
+TEST(DisplayTransforms, aPixelWithNaNIsBlack)
+{
+    for (const char* name : {kSRGB, kHDVideo, kRendering}) {
+        for (size_t i = 0; i < 4; ++i) {
+            Pixel pixel = {0.2f, 0.3f, 0.4f, 1.f};
+            pixel[i] = std::numeric_limits<float>::quiet_NaN();
+            expectPixel(ShippedFile(name).render(pixel), 0.f, 0.f, 0.f, 0.f);
+        }
+    }
+}
+
+TEST(DisplayTransforms, negativeAlphaEndsInTheGamutStep)
+{
+    for (const char* name : {kSRGB, kHDVideo})
+        EXPECT_EQ(ShippedFile(name).render({0.2f, 0.3f, 0.4f, -2.f})[3], -2.f) << name;
+    for (const char* name : {kGamutMap, kRendering})
+        EXPECT_EQ(ShippedFile(name).render({0.2f, 0.3f, 0.4f, -2.f})[3], 0.f) << name;
+}
+
 TEST(DisplayTransforms, noHalfMakesAnythingButColoursOfADisplay)
 {
     const std::vector<uint16_t> samples = everyHalf();

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 using namespace Color;
@@ -35,6 +36,12 @@ TEST(ICCProfile, tagsThatAreNotThereAreEmpty)
     const ICCProfile profile(Icc::display({}).bytes());
     EXPECT_FALSE(profile.hasTag(iccSignature("kTRC")));
     EXPECT_EQ(profile.readTag(iccSignature("kTRC")), "");
+}
+
+TEST(ICCProfile, staysWhereItsContextKnowsIt)
+{
+    EXPECT_FALSE(std::is_copy_constructible_v<ICCProfile> || std::is_move_constructible_v<ICCProfile>);
+    EXPECT_FALSE(std::is_copy_assignable_v<ICCProfile> || std::is_move_assignable_v<ICCProfile>);
 }
 
 TEST(ICCProfile, refusalsHaveAReason)
