@@ -22,17 +22,22 @@ void collectAliases(const Color::OpList& ops, std::set<std::string>& aliases)
 
 AliasWatch::~AliasWatch()
 {
+    if (!m_preferences) return;
+    const auto lock = m_preferences->lockObservers();
     for (const std::string& alias : m_aliases)
-        MorvanePrefs::getInstance().removeObserver(alias, &m_observer);
+        m_preferences->removeObserver(alias, &m_observer);
 }
 
 void AliasWatch::watch(const Color::OpList& ops)
 {
     std::set<std::string> wanted;
     collectAliases(ops, wanted);
+    if (wanted.empty() && !m_preferences) return;
+    if (!m_preferences) m_preferences = &MorvanePrefs::getInstance();
+    const auto lock = m_preferences->lockObservers();
     for (const std::string& alias : wanted) {
         if (m_aliases.count(alias) != 0) continue;
-        MorvanePrefs::getInstance().addObserver(alias, &m_observer);
+        m_preferences->addObserver(alias, &m_observer);
         m_aliases.insert(alias);
     }
     for (auto it = m_aliases.begin(); it != m_aliases.end();) {
@@ -40,7 +45,7 @@ void AliasWatch::watch(const Color::OpList& ops)
             ++it;
             continue;
         }
-        MorvanePrefs::getInstance().removeObserver(*it, &m_observer);
+        m_preferences->removeObserver(*it, &m_observer);
         it = m_aliases.erase(it);
     }
 }

@@ -8,7 +8,10 @@
 
 namespace Morvane_2015_1_42::Impl {
 
-/// Has an observer told when one of the aliases changes that a list of ops depends on, until the watch ends.
+class MorvanePrefs;
+
+/// Has an observer told when one of the aliases changes that a list of ops depends on, until the watch ends. It may
+/// begin and end in another thread than the one that changes the aliases: its end waits while the observer is told.
 class AliasWatch
 {
 public:
@@ -25,7 +28,8 @@ public:
 
 private:
     Color::Observer& m_observer;
-    std::set<std::string> m_aliases;
+    MorvanePrefs* m_preferences = nullptr; ///< null until there was an alias to watch
+    std::set<std::string> m_aliases;       ///< changed under the preferences' lock, because being told changes it too
 };
 
 } // namespace Morvane_2015_1_42::Impl

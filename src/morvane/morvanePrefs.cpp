@@ -62,8 +62,11 @@ void MorvanePrefs::changeAndSave(const std::string& alias, Change&& change)
     // Not assigned: hosts hold pointers to the entries.
     change(m_preferences);
     if (!isOther) return;
-    const std::lock_guard<std::recursive_mutex> guard(m_observablesLock);
-    m_observables[alias].notifyAll();
+    const auto lock = lockObservers();
+    const auto found = m_observables.find(alias);
+    if (found == m_observables.end()) return;
+    const std::shared_ptr<Color::Observable> observable = found->second;
+    observable->notifyAll();
 }
 
 void MorvanePrefs::setAlias(const std::string& alias, const std::string& path, BasePath basePath)
@@ -118,14 +121,21 @@ void MorvanePrefs::withMonitorProfile(Use&& use) const
 
 void MorvanePrefs::addObserver(const std::string& alias, Color::Observer* observer)
 {
-    const std::lock_guard<std::recursive_mutex> guard(m_observablesLock);
-    m_observables[alias].add(observer);
+    if (!observer) return;
+    const auto lock = lockObservers();
+    std::shared_ptr<Color::Observable>& observable = m_observables[alias];
+    if (!observable) observable = std::make_shared<Color::Observable>();
+    observable->add(observer);
 }
 
 void MorvanePrefs::removeObserver(const std::string& alias, Color::Observer* observer)
 {
-    const std::lock_guard<std::recursive_mutex> guard(m_observablesLock);
-    m_observables[alias].remove(observer);
+    const auto lock = lockObservers();
+    const auto found = m_observables.find(alias);
+    if (found == m_observables.end()) return Color::Observable().remove(observer); // which fails as told
+    found->second->remove(observer);
+    // Aliases come from files: those that nobody watches any more must not pile up.
+    if (found->second->empty()) m_observables.erase(found);
 }
 
 } // namespace Morvane_2015_1_42::Impl

@@ -4,6 +4,7 @@
 #include "utils/preferences.h"
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -46,8 +47,13 @@ public:
 
     // Observers may be added and removed by several threads at once, also while others are told.
 
+    /// While this is held no other thread tells observers: for changes that belong together.
+    std::unique_lock<std::recursive_mutex> lockObservers() { return std::unique_lock(m_observablesLock); }
+
     /// The observer is told when the alias has changed.
     void addObserver(const std::string& alias, Color::Observer* observer);
+    /// For how many aliases there are observers.
+    std::size_t countWatchedAliases() const { return m_observables.size(); }
     /// Throws 0x1020006 when the observer does not watch the alias; null does nothing.
     void removeObserver(const std::string& alias, Color::Observer* observer);
 
@@ -65,7 +71,8 @@ private:
     Color::Preferences m_preferences;
     std::recursive_mutex
         m_observablesLock; ///< recursive because observers add and remove themselves while they are told
-    std::map<std::string, Color::Observable> m_observables; ///< by alias
+    /// By alias, those that have observers. Shared with whoever tells them, because the last one may go meanwhile.
+    std::map<std::string, std::shared_ptr<Color::Observable>> m_observables;
 };
 
 } // namespace Morvane_2015_1_42::Impl

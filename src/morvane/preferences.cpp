@@ -83,7 +83,7 @@ MorvaneStatus findAliasInPreferences(const char* alias, const char*& path, BaseP
 MorvaneStatus describePreferences(PreferencesCallback& callback)
 {
     return Color::statusOf([&] {
-        const Color::Preferences& preferences = MorvanePrefs::getInstance().get();
+        const Color::Preferences preferences = MorvanePrefs::getInstance().get(); // the callback may change the others
         addPath(callback, "System Home", Color::getSystemHome(), Color::getSystemHomeOrigin());
         addPath(callback, "System Transforms", Color::getSystemTransforms(), Color::getSystemHomeOrigin());
         addPath(callback, "Config File", Color::getConfigFile(), Color::getConfigFileOrigin());

@@ -201,9 +201,12 @@ MorvaneStatus concatenateTransforms(const TransformPtr& first, const TransformPt
     return Color::statusOf([&] {
         const Color::ColorTransformPtr model =
             Color::concatenateTransforms(Impl::Transform::modelOf(first), Impl::Transform::modelOf(second));
-        const ResolveFlags flags = Impl::Transform::of(first)->getResolveFlags();
-        // What is resolved can stay when it is resolved alike.
-        if (flags != Impl::Transform::of(second)->getResolveFlags()) model->unresolve();
+        ResolveFlags flags = Impl::Transform::of(first->hasReferences() ? first : second)->getResolveFlags();
+        // What is resolved can stay when it is resolved alike. Else the references start anew.
+        if (second->hasReferences() && flags != Impl::Transform::of(second)->getResolveFlags()) {
+            model->unresolve();
+            flags = RESOLVE_BROADCAST_MONITOR;
+        }
         result.reset(new Impl::Transform(model, std::string(), flags));
     });
 }

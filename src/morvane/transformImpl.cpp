@@ -169,7 +169,10 @@ bool Transform::hasUnresolvedReferences() const { return m_transform->hasUnresol
 
 MorvaneStatus Transform::describe(ContentCallbacks& callbacks) const
 {
-    return Color::statusOf([&] { Impl::describe(*m_transform, callbacks); });
+    return Color::statusOf([&] {
+        const Color::ColorTransformPtr held = m_transform; // the callback may let go of the last handle
+        Impl::describe(*held, callbacks);
+    });
 }
 
 MorvaneStatus Transform::setDynamicProperty(const DynamicProperty& property)

@@ -20,6 +20,7 @@ public:
     /// Throws 0x1020006 when the observer is not there; null does nothing.
     void remove(Observer* observer);
     void notifyAll() const;
+    bool empty() const { return m_observers.empty(); }
 
 private:
     std::set<Observer*> m_observers;

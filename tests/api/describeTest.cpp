@@ -248,3 +248,29 @@ TEST(describe, passesWhatTheHostThrows)
     Throwing callbacks;
     EXPECT_THROW(makeScale({1, 1, 1, 1})->describe(callbacks), int);
 }
+
+TEST(describe, goesOnWhenTheHostLetsGoOfTheTransform)
+{
+    class LettingGo : public DescriptionRecorder
+    {
+    public:
+        explicit LettingGo(TransformPtr& transform) : m_transform(transform) {}
+        void beginSection(const char* title) override
+        {
+            m_transform.reset();
+            DescriptionRecorder::beginSection(title);
+        }
+
+    private:
+        TransformPtr& m_transform;
+    };
+    const auto load = [] {
+        return fromText(document("<Matrix inBitDepth='32f' outBitDepth='32f'><Array dim='3 3 3'>"
+                                 "2 0 0 0 2 0 0 0 2</Array></Matrix>"));
+    };
+    TransformPtr transform = load();
+    LettingGo callbacks(transform);
+    EXPECT_TRUE(succeeds(transform->describe(callbacks)));
+    EXPECT_FALSE(transform);
+    EXPECT_EQ(callbacks.lines(), describe(load()));
+}

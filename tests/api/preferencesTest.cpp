@@ -298,6 +298,31 @@ TEST_F(PreferencesDeathTest, areDescribed)
     });
 }
 
+TEST_F(PreferencesDeathTest, areDescribedAsTheyWereWhenTheCallbackChangesThem)
+{
+    class Changer : public PreferencesRecorder
+    {
+    public:
+        void addAlias(const char* alias, const char* path, BasePath basePath, const char* fullPath,
+                      PreferenceOrigin origin) override
+        {
+            // The alias that is being told of, and one that comes behind all others.
+            EXPECT_TRUE(succeeds(addAliasInPreferences(alias, std::string(100, 'x').c_str(), BASE_PATH_NONE)));
+            EXPECT_TRUE(succeeds(addAliasInPreferences(("z" + std::string(alias)).c_str(), "y", BASE_PATH_NONE)));
+            PreferencesRecorder::addAlias(alias, path, basePath, fullPath, origin);
+        }
+    };
+
+    inOwnProcess([&] {
+        PreferencesRecorder before;
+        ASSERT_TRUE(succeeds(describePreferences(before)));
+        Changer changer;
+        ASSERT_TRUE(succeeds(describePreferences(changer)));
+        EXPECT_EQ(changer.text, before.text);
+        expectAlias("grade", std::string(100, 'x'), BASE_PATH_NONE);
+    });
+}
+
 TEST_F(PreferencesDeathTest, areDescribedWithThePathsThatAHostConfigured)
 {
     write("<MorvaneConfig/>");

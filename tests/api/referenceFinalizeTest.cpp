@@ -366,3 +366,115 @@ TEST_F(ReferenceDeathTest, threadsMakeAndDestroyTransformsWithAliases)
             thread.join();
     });
 }
+
+// A host may let go of its last handle in another thread than the one that changes the preferences.
+TEST_F(ReferenceDeathTest, transformsMayComeAndGoWhileTheirAliasesChange)
+{
+    const std::string plain = writeFile("plain.ctf", scaleDocument("5"));
+    const std::string nested = writeFile("nested.ctf", referenceDocument("alias='deep'"));
+    writeAliases(aliasOfScale("deep", "3") + "<Ref alias='inner' path='" + plain + "'/><Ref alias='outer' path='" +
+                 writeFile("outer.ctf", referenceDocument("alias='inner'")) + "'/>");
+    inOwnProcess([&] {
+        const TransformPtr kept = aliasTransform("outer");
+        ASSERT_TRUE(succeeds(finalizeWith(kept, RESOLVE_BROADCAST_MONITOR)));
+        for (int round = 0; round < 50; ++round) {
+            std::vector<TransformPtr> transforms(16);
+            for (TransformPtr& transform : transforms) {
+                transform = aliasTransform("outer");
+                ASSERT_TRUE(succeeds(finalizeWith(transform, RESOLVE_BROADCAST_MONITOR)));
+            }
+            std::thread other([&transforms] {
+                for (TransformPtr& transform : transforms) {
+                    transform.reset();
+                    const TransformPtr made = aliasTransform("inner");
+                }
+            });
+            for (const std::string& path : {nested, plain, nested, plain})
+                pointAlias("inner", path);
+            other.join();
+        }
+        pointAlias("inner", nested);
+        EXPECT_EQ(render(kept), 3.f);
+        pointAlias("deep", plain);
+        EXPECT_EQ(render(kept), 5.f);
+    });
+}
+
+// The forms of a transform that the cache holds refer to the alias as well as the transform itself.
+TEST_F(ReferenceDeathTest, formsOfTheCacheFollowTheirAlias)
+{
+    writeAliases(aliasOfScale("look", "3"));
+    const std::string other = writeFile("other.ctf", scaleDocument("11"));
+    const std::string set = "<ProcessListSet>\n<ProcessListEntry>\n<TransformId id=\"shot\"/>\n<ProcessList "
+                            "version=\"1.6\" id=\"shot\"><Reference inBitDepth='32f' outBitDepth='32f' alias='look'/>"
+                            "</ProcessList>\n</ProcessListEntry>\n</ProcessListSet>\n";
+    inOwnProcess([&] {
+        ASSERT_TRUE(succeeds(TransformCache::populateTransformCache(set.c_str())));
+        TransformPtr transform;
+        ASSERT_TRUE(succeeds(TransformCache::getTransform("shot", transform)));
+        ASSERT_TRUE(succeeds(finalizeWith(transform, RESOLVE_BROADCAST_MONITOR)));
+        const auto formForBytes = [&](TransformPtr& form) {
+            return finalize(transform, PF_RGBA_8i, PF_RGBA_32f, RENDERER_CPU, OPTIMIZER_DEFAULT,
+                            RESOLVE_BROADCAST_MONITOR, form);
+        };
+        const auto renderBytes = [](const TransformPtr& form) {
+            const std::array<uint8_t, 4> white = {255, 255, 255, 255};
+            Pixel result{};
+            EXPECT_TRUE(succeeds(form->apply(white.data(), ROI(0, 0, 1, 1), result.data())));
+            return result[0];
+        };
+        TransformPtr form, again;
+        ASSERT_TRUE(succeeds(formForBytes(form)));
+        EXPECT_NE(form.get(), transform.get());
+        EXPECT_FLOAT_EQ(renderBytes(form), 3.f);
+
+        pointAlias("look", other);
+        EXPECT_EQ(render(transform), 11.f);
+        EXPECT_FLOAT_EQ(renderBytes(form), 11.f);
+        ASSERT_TRUE(succeeds(formForBytes(again)));
+        EXPECT_EQ(again.get(), form.get());
+
+        // While the alias stands for nothing there are no forms. They come back with it.
+        pointAlias("look", "/no such file.ctf");
+        const std::array<uint8_t, 4> white = {255, 255, 255, 255};
+        Pixel result{};
+        EXPECT_TRUE(failsWith(form->apply(white.data(), ROI(0, 0, 1, 1), result.data()), 0x6010001,
+                              "No 'CPU' renderer available"));
+        pointAlias("look", other);
+        EXPECT_EQ(render(transform), 11.f);
+        ASSERT_TRUE(succeeds(formForBytes(again)));
+        EXPECT_EQ(again.get(), form.get());
+        EXPECT_FLOAT_EQ(renderBytes(form), 11.f);
+        EXPECT_EQ(TransformCache::numItems(), 1u);
+    });
+}
+
+// The flags of a transform without references say nothing about those of the other one.
+TEST_F(ReferenceDeathTest, aConcatenationStartsWithTheFlagsOfItsReferences)
+{
+    writeAliases(aliasOfScale("graphicsMonitor", "3") + aliasOfScale("broadcastMonitor", "5"));
+    inOwnProcess([] {
+        const TransformPtr plain = makeScale({2, 2, 2, 1});
+        ASSERT_TRUE(succeeds(finalizeWith(plain, RESOLVE_GRAPHICS_MONITOR)));
+        TransformPtr both;
+        ASSERT_TRUE(succeeds(concatenateTransforms(plain, aliasTransform("currentMonitor"), both)));
+        ASSERT_TRUE(succeeds(finalizeWith(both, RESOLVE_BROADCAST_MONITOR)));
+        EXPECT_EQ(render(both), 10.f);
+
+        const TransformPtr graphics = aliasTransform("currentMonitor");
+        ASSERT_TRUE(succeeds(finalizeWith(graphics, RESOLVE_BROADCAST_MONITOR)));
+        ASSERT_TRUE(succeeds(finalizeWith(graphics, RESOLVE_GRAPHICS_MONITOR)));
+        for (const ResolveFlags flags : {RESOLVE_BROADCAST_MONITOR, RESOLVE_GRAPHICS_MONITOR}) {
+            const float factor = flags == RESOLVE_GRAPHICS_MONITOR ? 3.f : 5.f;
+            ASSERT_TRUE(succeeds(concatenateTransforms(graphics, makeScale({2, 2, 2, 1}), both)));
+            EXPECT_FALSE(both->hasUnresolvedReferences());
+            ASSERT_TRUE(succeeds(finalizeWith(both, flags)));
+            EXPECT_EQ(render(both), 2 * factor);
+        }
+
+        // Nothing of the two holds for both, so this one starts like any fresh transform.
+        ASSERT_TRUE(succeeds(concatenateTransforms(graphics, aliasTransform("currentMonitor"), both)));
+        ASSERT_TRUE(succeeds(finalizeWith(both, RESOLVE_BROADCAST_MONITOR)));
+        EXPECT_EQ(render(both), 25.f);
+    });
+}

@@ -289,6 +289,44 @@ TEST_F(MorvanePrefsTest, observersThatDoNotWatchCannotBeRemoved)
     EXPECT_EQ(failureOf([&] { preferences.removeObserver("defaultLook", &watcher); }), wanted);
 }
 
+TEST_F(MorvanePrefsTest, aliasesThatNobodyWatchesAreForgotten)
+{
+    /// Goes while it is told, and comes back when it is to.
+    class Leaver : public Color::Observer
+    {
+    public:
+        Leaver(MorvanePrefs& preferences, bool comesBack) : m_preferences(preferences), m_comesBack(comesBack) {}
+        void notify() override
+        {
+            m_preferences.removeObserver("a", this);
+            if (m_comesBack) m_preferences.addObserver("a", this);
+            ++count;
+        }
+        int count = 0;
+
+    private:
+        MorvanePrefs& m_preferences;
+        bool m_comesBack;
+    };
+
+    MorvanePrefs preferences(getPath(), noProfile);
+    Leaver first(preferences, false);
+    Leaver second(preferences, true);
+    EXPECT_EQ(failureOf([&] { preferences.removeObserver("b", &first); }).id, 0x1020006u);
+    preferences.addObserver("c", nullptr);
+    preferences.setAlias("d", "1", BASE_PATH_NONE);
+    EXPECT_EQ(preferences.countWatchedAliases(), 0u);
+    preferences.addObserver("a", &first);
+    preferences.addObserver("a", &second);
+    EXPECT_EQ(preferences.countWatchedAliases(), 1u);
+    for (const char* path : {"1", "2", "3"})
+        preferences.setAlias("a", path, BASE_PATH_NONE);
+    EXPECT_EQ(first.count, 1);
+    EXPECT_EQ(second.count, 3);
+    preferences.removeObserver("a", &second);
+    EXPECT_EQ(preferences.countWatchedAliases(), 0u);
+}
+
 TEST_F(MorvanePrefsTest, theMonitorIsSyncedWhenSwitchedOn)
 {
     write(kSwitchedOn);
