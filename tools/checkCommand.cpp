@@ -69,7 +69,7 @@ unsigned numberAt(const std::string& text, size_t at)
 
 /// Adds what was logged since the last call, and the failure.
 /// \param tellsLines whether the lines told are those of the file
-void addFindings(Report& report, MorvaneStatus status, bool tellsLines)
+void addFindings(Report& report, const MorvaneStatus& status, bool tellsLines)
 {
     const auto findingOf = [&](const std::string& text) {
         return Finding{tellsLines ? lineToldBy(text, report.file) : 0, oneLine(text)};
