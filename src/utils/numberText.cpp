@@ -38,7 +38,7 @@ bool isTooLarge(std::string_view number, bool hexadecimal)
     const auto point = static_cast<int64_t>(std::min(digits.find('.'), digits.size()));
     const auto leading = static_cast<int64_t>(digits.find_first_not_of("0."));
     const int64_t places = leading < point ? point - leading : point + 1 - leading;
-    return places * (hexadecimal ? 4 : 1) + exponent > 0;
+    return exponent > -places * (hexadecimal ? 4 : 1); // a sum could overflow
 }
 
 template <class Real>

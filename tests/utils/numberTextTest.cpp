@@ -83,7 +83,8 @@ TEST(ReadLeading, numbersBeyondTheRangeAreInfinite)
 {
     for (const char* text :
          {"1e39", "3.5e38", "1e999", "1e99999999999999999999", "0x1p128", "0x1p99999999999999999999",
-          "1000000000000000000000000000000000000000", "0.00001e44", "0x1000p120", "+1e39z", "1e+39-5"}) {
+          "1000000000000000000000000000000000000000", "0.00001e44", "0x1000p120", "+1e39z", "1e+39-5",
+          "1e9223372036854775807", "1000e9223372036854775807", "0x1000p9223372036854775807"}) {
         EXPECT_EQ(readLeadingFloat(text), INF) << text;
         EXPECT_EQ(readLeadingFloat('-' + std::string(text + (text[0] == '+' ? 1 : 0))), -INF) << text;
     }
@@ -96,6 +97,7 @@ TEST(ReadLeading, numbersBeyondTheRangeAreInfinite)
 TEST(ReadLeading, numbersBelowTheRangeAreZeroOrDenormal)
 {
     for (const char* text : {"1e-50", "1e-999", "1e-99999999999999999999", "0x1p-200", "0x1p-99999999999999999999",
+                             "0.01e-9223372036854775808", "0x.01p-9223372036854775808",
                              "0.0000000000000000000000000000000000000000000000000000001", "100000e-60", "1e-50 999"}) {
         const std::optional<float> value = readLeadingFloat(text);
         EXPECT_EQ(value, 0.0f) << text;
