@@ -85,14 +85,11 @@ const char* CDLReader::getName() const { return "CDL Reader"; }
 template <class Body>
 void CDLReader::read(Body&& body)
 {
-    try {
+    m_impl->attempt([&] {
         m_impl->reset();
         body();
         m_impl->checkHasTransforms();
-    } catch (...) {
-        m_impl->reset();
-        throw;
-    }
+    });
 }
 
 void CDLReader::readBuffer(const char* text)

@@ -31,7 +31,7 @@ public:
 
 private:
     class Impl;
-    /// Runs a read; after a failure nothing of it is left.
+    /// Runs a read and what is checked after it.
     template <class Body>
     void read(Body&& body);
 

@@ -36,11 +36,16 @@ void ElementReader::readStream(std::istream& stream, const std::string& fileName
     reset();
     m_context.fileName = fileName;
     std::string line;
-    while (std::getline(stream, line)) {
-        ++m_context.line;
-        feedLine(line);
+    try {
+        // The stream would otherwise keep to itself that there is no memory for a line.
+        stream.exceptions(std::ios::badbit);
+        while (std::getline(stream, line)) {
+            ++m_context.line;
+            feedLine(line);
+        }
+    } catch (const std::ios::failure&) {
+        raise(LogCategory::XML_READER, ErrorIds::XML_FILE_OPEN_FAILED, fileName);
     }
-    if (stream.bad()) raise(LogCategory::XML_READER, ErrorIds::XML_FILE_OPEN_FAILED, fileName);
     flushText();
     checkClosed();
 }
@@ -54,6 +59,8 @@ void ElementReader::readFile(const std::string& fileName)
     }
     readStream(stream, fileName);
 }
+
+void ElementReader::failForMemory() { raise(LogCategory::XML_ALL, ErrorIds::XML_MEMORY_ALLOCATION); }
 
 void ElementReader::feed(std::string_view text)
 {

@@ -6,6 +6,7 @@
 
 #include <istream>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,6 +23,22 @@ public:
 
     /// Forgets all that was read. A derived class forgets its result too, and calls this one.
     virtual void reset();
+
+    /// Runs a read with all that belongs to it. Whatever fails, nothing of it is left. Throws 0x3010003 when memory
+    /// runs out.
+    template <class Read>
+    void attempt(Read&& read)
+    {
+        try {
+            read();
+        } catch (const std::bad_alloc&) {
+            reset();
+            failForMemory();
+        } catch (...) {
+            reset();
+            throw;
+        }
+    }
 
     /// Reads a whole text. Throws, as the two others do, on any failure.
     void readBuffer(const char* text);
@@ -48,6 +65,7 @@ protected:
     void pushDummy(const std::string& name, const char* reason);
 
 private:
+    [[noreturn]] static void failForMemory();
     void checkName(const char* name) const;
     void feed(std::string_view text);
     void feedLine(std::string_view line);

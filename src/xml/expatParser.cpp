@@ -112,6 +112,7 @@ ExpatParser::Result ExpatParser::parse(std::string_view text)
         if (m_failure) std::rethrow_exception(m_failure);
         if (status != XML_STATUS_OK) {
             const XML_Error error = XML_GetErrorCode(m_parser);
+            if (error == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
             m_errorText = XML_ErrorString(error);
             return error == XML_ERROR_TAG_MISMATCH ? Result::TagMismatch : Result::Illegal;
         }

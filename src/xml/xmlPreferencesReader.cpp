@@ -100,13 +100,10 @@ XMLPreferencesReader::~XMLPreferencesReader() = default;
 template <class Body>
 void XMLPreferencesReader::read(Body&& body)
 {
-    try {
+    m_impl->attempt([&] {
         body();
         m_impl->checkHasRoot();
-    } catch (...) {
-        m_impl->reset();
-        throw;
-    }
+    });
 }
 
 void XMLPreferencesReader::readFile(const std::string& fileName)

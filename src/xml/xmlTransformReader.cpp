@@ -104,20 +104,9 @@ const char* XMLTransformReader::getName() const { return "Morvane Transform Read
 
 const char* XMLTransformReader::getExtension() { return "ctf"; }
 
-template <class Body>
-void XMLTransformReader::read(Body&& body)
-{
-    try {
-        body();
-    } catch (...) {
-        m_impl->reset();
-        throw;
-    }
-}
-
 void XMLTransformReader::readBuffer(const char* text)
 {
-    read([&] {
+    m_impl->attempt([&] {
         m_impl->readBuffer(text);
         if (!getTransform()) raise(LogCategory::XML_ALL, ErrorIds::XML_TRANSFORM_INVALID);
     });
@@ -125,7 +114,7 @@ void XMLTransformReader::readBuffer(const char* text)
 
 void XMLTransformReader::readStream(std::istream& stream, const std::string& fileName)
 {
-    read([&] {
+    m_impl->attempt([&] {
         m_impl->readStream(stream, fileName);
         checkFile(fileName);
     });
@@ -133,7 +122,7 @@ void XMLTransformReader::readStream(std::istream& stream, const std::string& fil
 
 void XMLTransformReader::readFile(const std::string& fileName)
 {
-    read([&] {
+    m_impl->attempt([&] {
         m_impl->readFile(fileName);
         checkFile(fileName);
     });

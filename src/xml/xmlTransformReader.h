@@ -28,9 +28,6 @@ public:
 
 private:
     class Impl;
-    /// Runs a read; after a failure nothing of it is left.
-    template <class Body>
-    void read(Body&& body);
     void checkFile(const std::string& fileName) const;
 
     std::unique_ptr<Impl> m_impl;
