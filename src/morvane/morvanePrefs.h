@@ -69,8 +69,8 @@ private:
     std::string m_configFile;
     MonitorProfileFinder m_findMonitorProfile;
     Color::Preferences m_preferences;
-    std::recursive_mutex
-        m_observablesLock; ///< recursive because observers add and remove themselves while they are told
+    /// Recursive because observers add and remove themselves while they are told.
+    std::recursive_mutex m_observablesLock;
     /// By alias, those that have observers. Shared with whoever tells them, because the last one may go meanwhile.
     std::map<std::string, std::shared_ptr<Color::Observable>> m_observables;
 };
